@@ -1,0 +1,135 @@
+// The Linux build: the setup on an emulated Windows machine.
+#include <filesystem>
+#include <iostream>
+#include <string>
+#include <vector>
+
+#include "app/clsLinuxOptions.h"
+#include "platform/clsWindowsCommandLine.h"
+#include "platform/posix/clsMachineBoot.h"
+#include "platform/posix/clsMachinePlatform.h"
+#include "platform/posix/clsMachineProfile.h"
+#include "startup/Globals.h"
+#include "startup/Main.h"
+
+using namespace tovel;
+
+namespace {
+
+constexpr int kUsageError = 2;
+
+int Fail(const std::string& message) {
+    std::cerr << "tovelsetup: " << message << '\n';
+    return kUsageError;
+}
+
+std::string Env(const char* name) {
+    const char* value = std::getenv(name);
+    return value != nullptr ? value : "";
+}
+
+std::string HostExecutable(const char* argv0) {
+    std::error_code ec;
+    auto self = std::filesystem::read_symlink("/proc/self/exe", ec);
+    return ec ? std::filesystem::absolute(argv0).string() : self.string();
+}
+
+std::unique_ptr<clsMachine> OpenMachine(const LinuxOptions& o, std::string& error) {
+    const std::string folder = o.machine.empty() ? clsLinuxOptions::DefaultMachineFolder() : o.machine;
+    if (o.create.empty()) return clsMachine::Open(folder, error);
+    if (std::filesystem::exists(folder + "/machine.ini")) {
+        error = folder + " already holds a machine; remove it or choose another --machine";
+        return nullptr;
+    }
+    const size_t comma = o.create.find(',');
+    const auto config = clsMachineProfile::Make(o.create.substr(0, comma),
+                                                comma == std::string::npos ? "en" : o.create.substr(comma + 1));
+    if (!config) {
+        error = "unknown profile \"" + o.create + "\" (see --profiles)";
+        return nullptr;
+    }
+    return clsMachine::Create(folder, *config, error);
+}
+
+// Puts the disc into its drive and keeps it there, as a real disc stays in after a restart.
+bool InsertDisc(clsMachine& machine, const LinuxOptions& o, std::string& error) {
+    if (o.disc.empty()) return true;
+    if (!std::filesystem::is_directory(o.disc)) {
+        error = "the disc folder " + o.disc + " does not exist";
+        return false;
+    }
+    auto& drives = machine.Config().drives;
+    std::erase_if(drives, [&](const DriveMapping& d) { return d.letter == o.discDrive; });
+    drives.push_back({o.discDrive, DriveType::CdRom, std::filesystem::absolute(o.disc).lexically_normal().string(),
+                      std::nullopt});
+    return machine.Save(error);
+}
+
+void PrintProfiles() {
+    std::cout << "Systems:";
+    for (const auto& s : clsMachineProfile::SystemNames()) std::cout << ' ' << s;
+    std::cout << "\nLanguages:";
+    for (const auto& l : clsMachineProfile::LanguageNames()) std::cout << ' ' << l;
+    std::cout << "\nExample: tovelsetup --machine=/tmp/m98 --create=win98,de --disc=examples/disc\n";
+}
+
+void PrintMachine(clsMachine& machine) {
+    const auto& c = machine.Config();
+    std::cout << "Machine: " << machine.Folder() << '\n'
+              << "         " << c.version.productName << (c.version.csdVersion.empty() ? "" : " ")
+              << c.version.csdVersion << ", language " << c.userLanguage << ", code page " << c.ansiCodePage
+              << (c.administrator ? ", administrator" : ", standard user") << '\n';
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    std::string error;
+    const auto options = clsLinuxOptions::Parse(std::vector<std::string>(argv + 1, argv + argc), error);
+    if (!options) return Fail(error + "\n" + clsLinuxOptions::Usage());
+    if (options->help) {
+        std::cout << clsLinuxOptions::Usage();
+        return 0;
+    }
+    if (options->profiles) {
+        PrintProfiles();
+        return 0;
+    }
+    auto machine = OpenMachine(*options, error);
+    if (!machine || !InsertDisc(*machine, *options, error)) return Fail(error);
+
+    // Started on the machine by another program (RunOnce after a restart): that program told
+    // us where we are.
+    MachineProcess process;
+    const std::string started = Env("TOVEL_PROGRAM");
+    const char drive = options->discDrive;
+    process.selfWindowsPath = started.empty() ? std::string(1, drive) + ":\\TOVELSETUP.EXE" : started;
+    process.programFolder = process.selfWindowsPath.substr(0, process.selfWindowsPath.find_last_of('\\') + 1);
+    process.currentFolder = Env("TOVEL_CURRENT_FOLDER");
+    process.selfHostPath = HostExecutable(argv[0]);
+    process.commandLine = clsWindowsCommandLine::Join(options->windowsArguments);
+    process.shareConsole = options->boot;
+
+    const bool switchedOff = machine->Config().powerState == "off";
+    PrintMachine(*machine);
+    auto platform = clsMachinePlatform::Make(std::move(machine), process, error);
+    if (!platform) return Fail(error);
+    if (options->boot) {
+        std::vector<std::string> report;
+        const bool ok = clsMachineBoot::Run(*platform, report);
+        for (const auto& line : report) std::cout << "boot: " << line << '\n';
+        return ok ? 0 : 1;
+    }
+    if (switchedOff) return Fail("the machine was restarted and is switched off; switch it on with: tovelsetup --boot");
+    const auto* disc = platform->Machine().Drive(drive);
+    if (disc == nullptr || !platform->Files().FolderExists(std::string(1, drive) + ":\\"))
+        return Fail(std::string("there is no disc in drive ") + drive + ":; put one in with --disc=FOLDER");
+    std::cout << "Disc:    " << drive << ":\\ = " << platform->Machine().HostRoot(disc->hostFolder) << '\n';
+
+    InstallPlatform(std::move(platform));
+    Main();
+    std::cout << "Setup folder " << HomePath << ", work folder " << WorkFolder << ", Windows folder " << WindowsDir
+              << ", system folder " << SystemDir << '\n'
+              << "The wizard is not built yet; nothing was installed.\n";
+    return 0;
+}

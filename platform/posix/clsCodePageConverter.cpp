@@ -1,0 +1,106 @@
+// iconv behind the code-page conversion of the Linux build.
+#include "platform/clsCodePageConverter.h"
+
+#include <iconv.h>
+
+#include <cerrno>
+#include <string>
+
+namespace tovel {
+
+namespace {
+
+const char* IconvName(uint32_t codePage) {
+    switch (codePage) {
+    case 932: return "CP932";
+    case 936: return "CP936";
+    case 949: return "CP949";
+    case 950: return "CP950";
+    case 1200: return "UTF-16LE";
+    case 1250: return "CP1250";
+    case 1251: return "CP1251";
+    case 1252: return "CP1252";
+    case 1253: return "CP1253";
+    case 1254: return "CP1254";
+    case 437: return "CP437";
+    case 850: return "CP850";
+    case kCodePageUtf8: return "UTF-8";
+    default: return nullptr;
+    }
+}
+
+// What to put out for input that cannot be converted.
+enum class OnBadInput { Fail, Question, ByteAsCodePoint };
+
+class Iconv {
+public:
+    Iconv(const char* to, const char* from) : handle_(iconv_open(to, from)) {}
+    ~Iconv() {
+        if (ok()) iconv_close(handle_);
+    }
+    Iconv(const Iconv&) = delete;
+    Iconv& operator=(const Iconv&) = delete;
+    [[nodiscard]] bool ok() const { return handle_ != reinterpret_cast<iconv_t>(-1); }
+
+    std::optional<std::string> Run(std::string_view input, OnBadInput onBad) {
+        std::string out;
+        char buffer[4096];
+        char* in = const_cast<char*>(input.data());
+        size_t inLeft = input.size();
+        while (inLeft > 0) {
+            char* dst = buffer;
+            size_t dstLeft = sizeof buffer;
+            const size_t rc = iconv(handle_, &in, &inLeft, &dst, &dstLeft);
+            out.append(buffer, static_cast<size_t>(dst - buffer));
+            if (rc != static_cast<size_t>(-1) || errno == E2BIG) continue;
+            if (onBad == OnBadInput::Fail || (errno != EILSEQ && errno != EINVAL)) return std::nullopt;
+            const auto lead = static_cast<unsigned char>(*in);
+            size_t skip = 1;
+            if (onBad == OnBadInput::Question) {
+                out += '?';
+                skip = lead >= 0xF0 ? 4 : lead >= 0xE0 ? 3 : lead >= 0xC0 ? 2 : 1;
+            } else {
+                // Windows maps the few undefined bytes of its single-byte pages to U+0080..U+00FF.
+                out += static_cast<char>(0xC0 | (lead >> 6));
+                out += static_cast<char>(0x80 | (lead & 0x3F));
+            }
+            skip = skip > inLeft ? inLeft : skip;
+            in += skip;
+            inLeft -= skip;
+        }
+        return out;
+    }
+
+private:
+    iconv_t handle_;
+};
+
+bool IsSingleByte(uint32_t codePage) {
+    return codePage != 932 && codePage != 936 && codePage != 949 && codePage != 950 && codePage != 1200 &&
+           codePage != kCodePageUtf8;
+}
+
+bool IsValidUtf8(std::string_view text) {
+    Iconv check("UTF-8", "UTF-8");
+    return check.ok() && check.Run(text, OnBadInput::Fail).has_value();
+}
+
+} // namespace
+
+std::optional<std::string> clsCodePageConverter::ToUtf8(std::string_view bytes, uint32_t codePage) {
+    const char* name = IconvName(codePage);
+    if (name == nullptr) return std::nullopt;
+    Iconv conv("UTF-8", name);
+    if (!conv.ok()) return std::nullopt;
+    return conv.Run(bytes, IsSingleByte(codePage) ? OnBadInput::ByteAsCodePoint : OnBadInput::Fail);
+}
+
+std::optional<std::string> clsCodePageConverter::FromUtf8(std::string_view text, uint32_t codePage) {
+    const char* name = IconvName(codePage);
+    if (name == nullptr || !IsValidUtf8(text)) return std::nullopt;
+    Iconv conv(name, "UTF-8");
+    if (!conv.ok()) return std::nullopt;
+    return conv.Run(text, OnBadInput::Question);
+}
+
+} // namespace tovel

@@ -1,0 +1,136 @@
+#!/usr/bin/env bash
+# Runs the unit tests of the Windows (MinGW) build under Wine.
+#
+#   scripts/test-windows.sh [BUILD_DIR] [test program arguments...]
+#
+# BUILD_DIR defaults to build-win; every tovel_tests_*.exe below it runs, headless, in a fresh
+# copy of a prepared Wine prefix (Windows XP SP3, English (UK)) that is removed afterwards.
+# Further arguments go to each test program (e.g. --gtest_filter=Files*).
+#
+# Environment:
+#   TOVEL_WINE_CACHE     where the prepared prefix is kept (default ~/.cache/tovelsetup)
+#   TOVEL_TEST_TIMEOUT   seconds one test program may take (default 600)
+#   TOVEL_KEEP_PREFIX=1  keep the run's prefix for a look afterwards
+set -euo pipefail
+
+build_dir=${1:-build-win}
+[[ $# -gt 0 ]] && shift
+test_args=("$@")
+
+cache_dir=${TOVEL_WINE_CACHE:-${XDG_CACHE_HOME:-${HOME:-/tmp}/.cache}/tovelsetup}
+base_prefix=$cache_dir/wine-base
+test_timeout=${TOVEL_TEST_TIMEOUT:-600}
+# Bump when the prepared prefix changes, so cached copies are made again.
+prefix_recipe=2
+
+log() { printf 'test-windows: %s\n' "$*" >&2; }
+die() { log "$*"; exit 2; }
+
+for tool in wine wineboot wineserver timeout cp mktemp; do
+    command -v "$tool" >/dev/null 2>&1 || die "'$tool' is missing (apt-get install wine wine64 coreutils)"
+done
+[[ -d $build_dir ]] || die "no build folder '$build_dir' (build with the MinGW toolchain first)"
+[[ $test_timeout =~ ^[0-9]+$ ]] || die "TOVEL_TEST_TIMEOUT must be a number of seconds"
+
+# No display: the tests need no windows, and a CI machine has no X server. Wine must not
+# touch the desktop menus or download Mono/Gecko.
+unset DISPLAY WAYLAND_DISPLAY
+export WINEDEBUG=-all
+export WINEDLLOVERRIDES="mscoree,mshtml=;winemenubuilder.exe=d"
+export WINEARCH=win64
+
+wine_version=$(wine --version 2>/dev/null || true)
+stamp="recipe=$prefix_recipe wine=$wine_version"
+
+prepare_base() {
+    local fresh=$cache_dir/wine-base.new.$$
+    rm -rf "$fresh"
+    log "preparing the Wine prefix in $base_prefix (once; about 15 s)"
+    WINEPREFIX=$fresh timeout 300 wineboot -i >/dev/null 2>&1 || true
+    WINEPREFIX=$fresh timeout 120 wineserver -w || WINEPREFIX=$fresh wineserver -k || true
+    [[ -f $fresh/system.reg ]] || { rm -rf "$fresh"; die "wineboot did not create a prefix"; }
+    # Every process reads the version from HKCU\Software\Wine as it starts; the HKLM values
+    # are what Windows XP itself shows, so both sides of a test bed agree.
+    local nt='HKLM\Software\Microsoft\Windows NT\CurrentVersion'
+    local -a settings=(
+        "HKCU\\Software\\Wine|Version|winxp"
+        "$nt|ProductName|Microsoft Windows XP"
+        "$nt|CurrentVersion|5.1"
+        "$nt|CurrentBuildNumber|2600"
+        "$nt|CSDVersion|Service Pack 3"
+    )
+    local setting key name value
+    for setting in "${settings[@]}"; do
+        IFS='|' read -r key name value <<<"$setting"
+        WINEPREFIX=$fresh timeout 120 wine reg add "$key" /v "$name" /d "$value" /f >/dev/null 2>&1 ||
+            { rm -rf "$fresh"; die "could not set $key\\$name in the new prefix"; }
+    done
+    # The .reg files are complete only once the server has written them and exited.
+    WINEPREFIX=$fresh timeout 120 wineserver -w || WINEPREFIX=$fresh wineserver -k || true
+    grep -q '"Version"="winxp"' "$fresh/user.reg" || { rm -rf "$fresh"; die "the Windows version did not stick"; }
+    printf '%s\n' "$stamp" >"$fresh/.tovel-stamp"
+    rm -rf "$base_prefix"
+    mv "$fresh" "$base_prefix"
+}
+
+mkdir -p "$cache_dir"
+{
+    # One preparer at a time; others wait and then use its result.
+    command -v flock >/dev/null 2>&1 && flock -w 600 9 || true
+    if [[ ! -f $base_prefix/.tovel-stamp || "$(cat "$base_prefix/.tovel-stamp")" != "$stamp" ]]; then
+        prepare_base
+    fi
+} 9>"$cache_dir/lock"
+
+mapfile -t programs < <(find "$build_dir" -name 'tovel_tests_*.exe' -type f | sort)
+if [[ ${#programs[@]} -eq 0 ]]; then
+    log "no tovel_tests_*.exe in $build_dir"
+    exit 1
+fi
+
+run_prefix=$(mktemp -d "${TMPDIR:-/tmp}/tovel-wine.XXXXXX")
+output=$(mktemp "${TMPDIR:-/tmp}/tovel-wine-out.XXXXXX")
+cleanup() {
+    WINEPREFIX=$run_prefix timeout 30 wineserver -k >/dev/null 2>&1 || true
+    if [[ ${TOVEL_KEEP_PREFIX:-0} == 1 ]]; then
+        log "prefix kept in $run_prefix"
+    else
+        rm -rf "$run_prefix"
+    fi
+    rm -f "$output"
+}
+trap cleanup EXIT
+trap 'exit 130' INT TERM
+
+started=$SECONDS
+cp -a --reflink=auto "$base_prefix/." "$run_prefix/"
+export WINEPREFIX=$run_prefix
+# Wine takes the user's language from the Unix locale (it need not be generated): 0x0809.
+export LC_ALL=en_GB.UTF-8
+
+failed=()
+for program in "${programs[@]}"; do
+    name=$(basename "$program")
+    log "running $name"
+    program_started=$SECONDS
+    # Output goes to a file, not a pipe: a process the test leaves running would hold a pipe
+    # open and keep this script waiting.
+    set +e
+    (cd "$(dirname "$program")" && timeout -k 10 "$test_timeout" wine "./$name" --gtest_color=no "${test_args[@]}") \
+        >"$output" 2>&1 </dev/null
+    rc=$?
+    set -e
+    tr -d '\r' <"$output"
+    if [[ $rc -eq 124 || $rc -eq 137 ]]; then
+        log "$name did not finish within $test_timeout s"
+    fi
+    log "$name: exit code $rc after $((SECONDS - program_started)) s"
+    [[ $rc -eq 0 ]] || failed+=("$name")
+done
+
+log "finished in $((SECONDS - started)) s"
+if [[ ${#failed[@]} -gt 0 ]]; then
+    log "FAILED: ${failed[*]}"
+    exit 1
+fi
+log "all ${#programs[@]} test programs passed"

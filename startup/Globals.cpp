@@ -1,0 +1,12 @@
+#include "startup/Globals.h"
+
+namespace tovel {
+
+std::string HomePath;
+std::string WorkFolder;
+std::string WindowsDir;
+std::string SystemDir;
+
+clsFileDisk gFileDisk;
+
+} // namespace tovel

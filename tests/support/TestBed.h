@@ -1,0 +1,33 @@
+#pragma once
+// What a test needs from the machine it runs on: a fresh emulated machine on Linux, the real
+// Windows API (under Wine) on Windows. The same tests run against both.
+#include <memory>
+#include <string>
+
+#include "platform/clsPlatform.h"
+
+namespace tovel::test {
+
+struct TestBed {
+    std::unique_ptr<clsPlatform> platform;
+    /// A fresh, empty folder for the test's files, as a Windows path ending in a backslash.
+    std::string folder;
+    /// A fresh key below HKEY_CURRENT_USER for the test's values.
+    std::string registryKey;
+    /// Windows path of the test child program: arguments "<exit code> <milliseconds to sleep>".
+    std::string childProgram;
+    /// What the system reports of its version on this bed.
+    OsVersion expectedVersion;
+    /// The user language the bed reports.
+    uint16_t expectedLanguage = 0;
+
+    TestBed() = default;
+    TestBed(const TestBed&) = delete;
+    TestBed& operator=(const TestBed&) = delete;
+    ~TestBed();
+};
+
+/// A new bed; its folder and registry key are removed again when it is destroyed.
+std::unique_ptr<TestBed> MakeTestBed();
+
+} // namespace tovel::test

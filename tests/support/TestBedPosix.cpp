@@ -1,0 +1,52 @@
+// Each test gets a fresh emulated machine in a temporary host folder.
+#include <unistd.h>
+
+#include <atomic>
+#include <filesystem>
+
+#include "platform/posix/clsMachinePlatform.h"
+#include "platform/posix/clsMachineProfile.h"
+#include "tests/support/TestBed.h"
+
+namespace tovel::test {
+
+namespace {
+std::string NewHostFolder() {
+    static std::atomic<unsigned> counter{0};
+    const auto folder = std::filesystem::temp_directory_path() /
+                        ("tovel-test-" + std::to_string(getpid()) + "-" + std::to_string(counter++));
+    std::filesystem::remove_all(folder);
+    return folder.string();
+}
+} // namespace
+
+TestBed::~TestBed() {
+    auto* machinePlatform = dynamic_cast<clsMachinePlatform*>(platform.get());
+    const std::string folder = machinePlatform != nullptr ? machinePlatform->Machine().Folder() : std::string();
+    platform.reset();
+    std::error_code ec;
+    if (!folder.empty()) std::filesystem::remove_all(folder, ec);
+}
+
+std::unique_ptr<TestBed> MakeTestBed() {
+    auto bed = std::make_unique<TestBed>();
+    std::string error;
+    auto machine = clsMachine::Create(NewHostFolder(), clsMachineProfile::Default(), error);
+    if (!machine) throw std::runtime_error(error);
+    // The test child lives on drive C: like any program of the machine.
+    std::filesystem::create_directories(machine->Folder() + "/drive_c/Tools");
+    std::filesystem::create_symlink(TOVEL_TESTCHILD_HOST, machine->Folder() + "/drive_c/Tools/testchild.exe");
+    std::filesystem::create_directories(machine->Folder() + "/drive_c/Work");
+    bed->expectedVersion = machine->Config().version;
+    bed->expectedLanguage = machine->Config().userLanguage;
+    MachineProcess process;
+    process.programFolder = "C:\\Work\\";
+    bed->platform = clsMachinePlatform::Make(std::move(machine), process, error);
+    if (!bed->platform) throw std::runtime_error(error);
+    bed->folder = "C:\\Work\\";
+    bed->registryKey = "Software\\TovelSetupTest";
+    bed->childProgram = "C:\\Tools\\testchild.exe";
+    return bed;
+}
+
+} // namespace tovel::test
