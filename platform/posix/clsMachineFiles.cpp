@@ -168,7 +168,8 @@ std::optional<uint64_t> clsMachineFiles::FreeSpace(const std::string& path) {
         if (drive->freeBytes) return drive->freeBytes;
         if (drive->type == DriveType::CdRom) return 0;
     }
-    const auto host = ToHost(absolute.substr(0, absolute.find('\\', 3) + 1));
+    const auto root = clsWindowsPath::Resolve(absolute, 0, {}, [](char) { return std::string(); }).root;
+    const auto host = machine_.HostPath(root);
     struct statvfs st {};
     if (!host || ::statvfs(host->c_str(), &st) != 0) return std::nullopt;
     return static_cast<uint64_t>(st.f_bavail) * st.f_frsize;

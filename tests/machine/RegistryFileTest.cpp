@@ -39,14 +39,16 @@ void WriteAll(const std::string& path, const std::string& bytes) {
 // Every key and value below a root, as text, to compare two registries.
 void Dump(clsPlatformRegistry& reg, RegRoot root, const std::string& key, std::string& out) {
     out += "[" + key + "]\n";
-    for (const std::string& name : *reg.EnumValues(root, key)) {
+    const std::vector<std::string> values = reg.EnumValues(root, key).value();
+    for (const std::string& name : values) {
         const clsRegValue v = *reg.QueryValue(root, key, name);
         out += name + "=" + std::to_string(static_cast<uint32_t>(v.type)) + ":" + v.text + "|" + v.bytes + "|" +
                std::to_string(v.number);
         for (const std::string& s : v.strings) out += "|" + s;
         out += "\n";
     }
-    for (const std::string& sub : *reg.EnumKeys(root, key)) Dump(reg, root, key.empty() ? sub : key + "\\" + sub, out);
+    const std::vector<std::string> subkeys = reg.EnumKeys(root, key).value();
+    for (const std::string& sub : subkeys) Dump(reg, root, key.empty() ? sub : key + "\\" + sub, out);
 }
 
 std::string DumpAll(clsPlatformRegistry& reg) {

@@ -19,7 +19,7 @@ TEST(WindowsPath, ResolvesEveryKindOfPath) {
         const char* expected;
     } cases[] = {
         {"C:\\WINDOWS\\system32", 'C', "", "C:\\WINDOWS\\system32"},
-        {"c:/windows//system32/", 'C', "", "c:\\windows\\system32"},  // the root letter keeps its case
+        {"c:/windows//system32/", 'C', "", "C:\\windows\\system32"},
         {"Setups.ini", 'C', "", "C:\\Work\\Sub\\Setups.ini"},
         {"..\\x\\.\\y", 'C', "", "C:\\Work\\x\\y"},
         {"\\Top", 'C', "", "C:\\Top"},

@@ -22,10 +22,10 @@ std::string NewHostFolder() {
 
 TestBed::~TestBed() {
     auto* machinePlatform = dynamic_cast<clsMachinePlatform*>(platform.get());
-    const std::string folder = machinePlatform != nullptr ? machinePlatform->Machine().Folder() : std::string();
+    const std::string hostFolder = machinePlatform != nullptr ? machinePlatform->Machine().Folder() : std::string();
     platform.reset();
     std::error_code ec;
-    if (!folder.empty()) std::filesystem::remove_all(folder, ec);
+    if (!hostFolder.empty()) std::filesystem::remove_all(hostFolder, ec);
 }
 
 std::unique_ptr<TestBed> MakeTestBed() {
