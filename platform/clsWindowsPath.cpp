@@ -2,6 +2,8 @@
 
 #include <cstdint>
 
+#include "platform/clsUtf8.h"
+
 namespace tovel {
 
 namespace {
@@ -51,38 +53,6 @@ std::pair<std::string, std::string_view> SplitRoot(std::string_view path) {
     return {"", path};
 }
 
-// Decodes one UTF-8 sequence; a byte that does not start a complete sequence stands for itself.
-uint32_t DecodeOne(std::string_view s, size_t& i) {
-    const auto b = static_cast<unsigned char>(s[i]);
-    const size_t extra = b >= 0xF0 ? 3 : b >= 0xE0 ? 2 : b >= 0xC0 ? 1 : 0;
-    if (extra == 0 || i + extra >= s.size()) {
-        ++i;
-        return b;
-    }
-    uint32_t cp = b & (0x3F >> extra);
-    for (size_t k = 1; k <= extra; ++k) cp = (cp << 6) | (static_cast<unsigned char>(s[i + k]) & 0x3F);
-    i += extra + 1;
-    return cp;
-}
-
-void EncodeOne(uint32_t cp, std::string& out) {
-    if (cp < 0x80) {
-        out += static_cast<char>(cp);
-    } else if (cp < 0x800) {
-        out += static_cast<char>(0xC0 | (cp >> 6));
-        out += static_cast<char>(0x80 | (cp & 0x3F));
-    } else if (cp < 0x10000) {
-        out += static_cast<char>(0xE0 | (cp >> 12));
-        out += static_cast<char>(0x80 | ((cp >> 6) & 0x3F));
-        out += static_cast<char>(0x80 | (cp & 0x3F));
-    } else {
-        out += static_cast<char>(0xF0 | (cp >> 18));
-        out += static_cast<char>(0x80 | ((cp >> 12) & 0x3F));
-        out += static_cast<char>(0x80 | ((cp >> 6) & 0x3F));
-        out += static_cast<char>(0x80 | (cp & 0x3F));
-    }
-}
-
 uint32_t UpperOne(uint32_t cp) {
     if (cp >= 'a' && cp <= 'z') return cp - 0x20;
     if (cp >= 0xE0 && cp <= 0xFE && cp != 0xF7) return cp - 0x20;
@@ -123,7 +93,7 @@ bool MatchFrom(const std::vector<uint32_t>& p, size_t pi, const std::vector<uint
 std::vector<uint32_t> FoldedCodePoints(std::string_view s) {
     std::vector<uint32_t> out;
     out.reserve(s.size());
-    for (size_t i = 0; i < s.size();) out.push_back(UpperOne(DecodeOne(s, i)));
+    for (size_t i = 0; i < s.size();) out.push_back(UpperOne(clsUtf8::NextLenient(s, i)));
     return out;
 }
 
@@ -174,7 +144,7 @@ std::string clsWindowsPath::AddBackslash(std::string path) {
 std::string clsWindowsPath::FoldCase(std::string_view text) {
     std::string out;
     out.reserve(text.size());
-    for (size_t i = 0; i < text.size();) EncodeOne(UpperOne(DecodeOne(text, i)), out);
+    for (size_t i = 0; i < text.size();) clsUtf8::Append(UpperOne(clsUtf8::NextLenient(text, i)), out);
     return out;
 }
 

@@ -1,5 +1,6 @@
 // iconv behind the code-page conversion of the Linux build.
 #include "platform/clsCodePageConverter.h"
+#include "platform/clsUtf8.h"
 
 #include <iconv.h>
 
@@ -80,11 +81,6 @@ bool IsSingleByte(uint32_t codePage) {
            codePage != kCodePageUtf8;
 }
 
-bool IsValidUtf8(std::string_view text) {
-    Iconv check("UTF-8", "UTF-8");
-    return check.ok() && check.Run(text, OnBadInput::Fail).has_value();
-}
-
 } // namespace
 
 std::optional<std::string> clsCodePageConverter::ToUtf8(std::string_view bytes, uint32_t codePage) {
@@ -97,7 +93,7 @@ std::optional<std::string> clsCodePageConverter::ToUtf8(std::string_view bytes, 
 
 std::optional<std::string> clsCodePageConverter::FromUtf8(std::string_view text, uint32_t codePage) {
     const char* name = IconvName(codePage);
-    if (name == nullptr || !IsValidUtf8(text)) return std::nullopt;
+    if (name == nullptr || !clsUtf8::IsValid(text)) return std::nullopt;
     Iconv conv(name, "UTF-8");
     if (!conv.ok()) return std::nullopt;
     return conv.Run(text, OnBadInput::Question);
