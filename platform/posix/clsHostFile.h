@@ -1,5 +1,7 @@
 #pragma once
 // Small helpers for files of the host (Linux) side of the emulated machine.
+#include <sys/stat.h>
+
 #include <optional>
 #include <string>
 #include <string_view>
@@ -11,8 +13,11 @@ public:
     /// The whole file; nullopt if it cannot be read.
     [[nodiscard]] static std::optional<std::string> Read(const std::string& path);
     /// Writes through a temporary file in the same folder, flushed, then renamed over the
-    /// target. False with the reason in error; the target is then untouched.
-    [[nodiscard]] static bool WriteAtomic(const std::string& path, std::string_view bytes, std::string& error);
+    /// target, keeping the target's permissions. Its modification time always moves forward,
+    /// so readers that compare size and time see every change. False with the reason in
+    /// error; the target is then untouched. written, when given, receives the new file's data.
+    [[nodiscard]] static bool WriteAtomic(const std::string& path, std::string_view bytes, std::string& error,
+                                          struct stat* written = nullptr);
 };
 
 } // namespace tovel

@@ -121,7 +121,9 @@ TEST(RegistryContract, EnumeratesKeysInOrderAndLargeValues) {
     clsPlatformRegistry& reg = bed->platform->Registry();
     const std::string base = bed->registryKey + "\\Enum";
 
-    for (const char* name : {"Cherry", "apple", "Banana", "date"}) ASSERT_TRUE(reg.CreateKey(kUser, base + "\\" + name));
+    for (const char* name : {"Cherry", "apple", "Banana", "date"}) {
+        ASSERT_TRUE(reg.CreateKey(kUser, base + "\\" + name));
+    }
     EXPECT_EQ(reg.EnumKeys(kUser, base), (std::vector<std::string>{"apple", "Banana", "Cherry", "date"}));
 
     // Larger than any first buffer an implementation might try.
