@@ -73,6 +73,32 @@ prepare_base() {
     mv "$fresh" "$base_prefix"
 }
 
+# Wine takes the user's language (0x0809) from LC_ALL even when that locale is missing,
+# but then falls back to ASCII for Unix file names, and names beyond ASCII fail. Without
+# the locale on the machine, a private copy is compiled into the cache (needs the
+# "locales" package's sources; localedef is part of libc).
+test_locale=en_GB.UTF-8
+prepare_locale() {
+    locale -a 2>/dev/null | grep -qix 'en_GB.utf-\?8' && return 0
+    local locale_dir=$cache_dir/locale
+    if [[ ! -f $locale_dir/$test_locale/LC_CTYPE ]] && command -v localedef >/dev/null 2>&1 &&
+        [[ -e /usr/share/i18n/locales/en_GB ]]; then
+        rm -rf "$locale_dir.new.$$"
+        mkdir -p "$locale_dir.new.$$" "$locale_dir"
+        if localedef -i en_GB -f UTF-8 "$locale_dir.new.$$/$test_locale" >/dev/null 2>&1 ||
+            [[ -f $locale_dir.new.$$/$test_locale/LC_CTYPE ]]; then
+            rm -rf "${locale_dir:?}/$test_locale"
+            mv "$locale_dir.new.$$/$test_locale" "$locale_dir/"
+        fi
+        rm -rf "$locale_dir.new.$$"
+    fi
+    if [[ -f $locale_dir/$test_locale/LC_CTYPE ]]; then
+        export LOCPATH=$locale_dir
+    else
+        log "warning: no $test_locale locale (apt-get install locales); file names beyond ASCII will fail"
+    fi
+}
+
 mkdir -p "$cache_dir"
 {
     # One preparer at a time; others wait and then use its result.
@@ -80,6 +106,7 @@ mkdir -p "$cache_dir"
     if [[ ! -f $base_prefix/.tovel-stamp || "$(cat "$base_prefix/.tovel-stamp")" != "$stamp" ]]; then
         prepare_base
     fi
+    prepare_locale
 } 9>"$cache_dir/lock"
 
 mapfile -t programs < <(find "$build_dir" -name 'tovel_tests_*.exe' -type f | sort)
@@ -105,8 +132,6 @@ trap 'exit 130' INT TERM
 started=$SECONDS
 cp -a --reflink=auto "$base_prefix/." "$run_prefix/"
 export WINEPREFIX=$run_prefix
-# Wine takes the user's language from the Unix locale (it need not be generated): 0x0809.
-export LC_ALL=en_GB.UTF-8
 
 failed=()
 for program in "${programs[@]}"; do
@@ -116,7 +141,8 @@ for program in "${programs[@]}"; do
     # Output goes to a file, not a pipe: a process the test leaves running would hold a pipe
     # open and keep this script waiting.
     set +e
-    (cd "$(dirname "$program")" && timeout -k 10 "$test_timeout" wine "./$name" --gtest_color=no "${test_args[@]}") \
+    (cd "$(dirname "$program")" &&
+        env LC_ALL=$test_locale timeout -k 10 "$test_timeout" wine "./$name" --gtest_color=no "${test_args[@]}") \
         >"$output" 2>&1 </dev/null
     rc=$?
     set -e

@@ -13,6 +13,7 @@
 #include <utility>
 
 #include "platform/clsCodePageConverter.h"
+#include "platform/clsUtf8.h"
 #include "platform/clsWindowsPath.h"
 
 namespace tovel {
@@ -139,7 +140,7 @@ void AppendValue(std::string& out, const RegistryValueEntry& entry) {
     switch (v.type) {
     case RegType::Sz:
         // A "..." string cannot carry line breaks or NULs, and must not make the file non-UTF-8.
-        if (!HasLineBreakOrNul(v.text) && clsRegistryHive::IsValidUtf8(v.text)) {
+        if (!HasLineBreakOrNul(v.text) && clsUtf8::IsValid(v.text)) {
             out += prefix + "\"" + Escape(v.text) + "\"\r\n";
         } else {
             AppendHex(out, prefix, 1, v.text + '\0');
@@ -181,7 +182,7 @@ void AppendTree(std::string& out, const std::string& path, const clsRegistryKey&
 }
 
 bool IsValidKeyName(std::string_view name) {
-    return !name.empty() && clsRegistryHive::IsValidUtf8(name) && !HasLineBreakOrNul(name) &&
+    return !name.empty() && clsUtf8::IsValid(name) && !HasLineBreakOrNul(name) &&
            Utf16Length(name) <= kMaxKeyName;
 }
 
@@ -199,7 +200,7 @@ public:
                            "REGEDIT4 text");
         }
         if (content.size() >= 3 && byte(0) == 0xEF && byte(1) == 0xBB && byte(2) == 0xBF) content.remove_prefix(3);
-        utf8_ = clsRegistryHive::IsValidUtf8(content);
+        utf8_ = clsUtf8::IsValid(content);
         if (!utf8_ && !clsCodePageConverter::ToUtf8("", codePage_)) {
             return Fail(1, "the file is not UTF-8 and its code page " + std::to_string(codePage_) + " is unknown");
         }
@@ -346,7 +347,7 @@ private:
     }
 
     std::optional<std::string> DecodeText(const std::string& bytes) const {
-        if (utf8_ && clsRegistryHive::IsValidUtf8(bytes)) return bytes;
+        if (utf8_ && clsUtf8::IsValid(bytes)) return bytes;
         return clsCodePageConverter::ToUtf8(bytes, codePage_);
     }
 
@@ -528,40 +529,9 @@ std::optional<std::vector<std::string>> clsRegistryHive::SplitPath(std::string_v
 }
 
 bool clsRegistryHive::IsValidValueName(std::string_view name) {
-    return IsValidUtf8(name) && !HasLineBreakOrNul(name) && Utf16Length(name) <= kMaxValueName;
+    return clsUtf8::IsValid(name) && !HasLineBreakOrNul(name) && Utf16Length(name) <= kMaxValueName;
 }
 
-bool clsRegistryHive::IsValidUtf8(std::string_view text) {
-    size_t i = 0;
-    while (i < text.size()) {
-        const auto b = static_cast<unsigned char>(text[i]);
-        if (b < 0x80) {
-            ++i;
-            continue;
-        }
-        size_t extra = 0;
-        uint32_t cp = 0;
-        uint32_t min = 0;
-        if (b >= 0xC2 && b <= 0xDF) {
-            extra = 1, cp = b & 0x1Fu, min = 0x80;
-        } else if (b >= 0xE0 && b <= 0xEF) {
-            extra = 2, cp = b & 0x0Fu, min = 0x800;
-        } else if (b >= 0xF0 && b <= 0xF4) {
-            extra = 3, cp = b & 0x07u, min = 0x10000;
-        } else {
-            return false;
-        }
-        if (i + extra >= text.size()) return false;
-        for (size_t k = 1; k <= extra; ++k) {
-            const auto c = static_cast<unsigned char>(text[i + k]);
-            if ((c & 0xC0) != 0x80) return false;
-            cp = (cp << 6) | (c & 0x3Fu);
-        }
-        if (cp < min || cp > 0x10FFFF || (cp >= 0xD800 && cp <= 0xDFFF)) return false;
-        i += extra + 1;
-    }
-    return true;
-}
 
 clsRegValue clsRegistryHive::Canonical(const clsRegValue& value) {
     switch (value.type) {

@@ -60,7 +60,6 @@ public:
     /// The form a value is stored and read back in (a 4-byte raw DWORD becomes a number, the
     /// fields its type does not use are cleared).
     [[nodiscard]] static clsRegValue Canonical(const clsRegValue& value);
-    [[nodiscard]] static bool IsValidUtf8(std::string_view text);
 
     [[nodiscard]] clsRegistryKey& Root(RegRoot root);
     [[nodiscard]] const clsRegistryKey& Root(RegRoot root) const;

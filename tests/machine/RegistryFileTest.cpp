@@ -18,6 +18,7 @@
 #include <vector>
 
 #include "platform/posix/clsMachineRegistry.h"
+#include "platform/clsUtf8.h"
 #include "platform/posix/clsRegistryHive.h"
 
 namespace tovel {
@@ -218,7 +219,7 @@ TEST_F(RegistryFile, ReadsAnsiExportsAndLenientText) {
     // The next write turns the file into UTF-8.
     ASSERT_TRUE(reg->SetValue(kUser, key, "New", clsRegValue::Dword(1)));
     const std::string rewritten = ReadAll(file_);
-    EXPECT_TRUE(clsRegistryHive::IsValidUtf8(rewritten));
+    EXPECT_TRUE(clsUtf8::IsValid(rewritten));
     EXPECT_NE(rewritten.find("[HKEY_CURRENT_USER\\Software\\M\xC3\xBCller]"), std::string::npos);
     EXPECT_NE(rewritten.find("\"Exp\"=hex(2):25,54,45,4d,50,25,5c,c3,84,00"), std::string::npos);
 
