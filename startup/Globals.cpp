@@ -6,6 +6,7 @@ std::string HomePath;
 std::string WorkFolder;
 std::string WindowsDir;
 std::string SystemDir;
+bool ContinuedAfterRestart = false;
 
 clsFileDisk gFileDisk;
 

@@ -10,6 +10,7 @@ extern std::string HomePath;     ///< folder the program was started from, with 
 extern std::string WorkFolder;   ///< root of the Windows drive: holds the log and the state file
 extern std::string WindowsDir;   ///< Windows folder with a trailing backslash
 extern std::string SystemDir;    ///< system folder with a trailing backslash
+extern bool ContinuedAfterRestart; ///< a state file was found: an interrupted run resumes
 
 extern clsFileDisk gFileDisk;
 
