@@ -24,7 +24,7 @@ void clsUtf8::Append(uint32_t cp, std::string& out) {
     }
 }
 
-std::optional<uint32_t> clsUtf8::Next(std::string_view s, size_t& i) {
+std::optional<uint32_t> clsUtf8::Next(std::string_view s, size_t& i, bool allowSurrogates) {
     const auto b = static_cast<unsigned char>(s[i]);
     if (b < 0x80) {
         ++i;
@@ -39,7 +39,7 @@ std::optional<uint32_t> clsUtf8::Next(std::string_view s, size_t& i) {
         cp = (cp << 6) | (c & 0x3F);
     }
     static const uint32_t kSmallest[] = {0, 0x80, 0x800, 0x10000};
-    if (cp < kSmallest[extra] || cp > 0x10FFFF || IsSurrogate(cp)) return std::nullopt;
+    if (cp < kSmallest[extra] || cp > 0x10FFFF || (IsSurrogate(cp) && !allowSurrogates)) return std::nullopt;
     i += extra + 1;
     return cp;
 }
@@ -56,11 +56,11 @@ bool clsUtf8::IsValid(std::string_view s) {
     return true;
 }
 
-std::optional<std::u16string> clsUtf8::ToUtf16(std::string_view s) {
+std::optional<std::u16string> clsUtf8::ToUtf16(std::string_view s, bool allowSurrogates) {
     std::u16string out;
     out.reserve(s.size());
     for (size_t i = 0; i < s.size();) {
-        const auto cp = Next(s, i);
+        const auto cp = Next(s, i, allowSurrogates);
         if (!cp) return std::nullopt;
         if (*cp < 0x10000) {
             out += static_cast<char16_t>(*cp);

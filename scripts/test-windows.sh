@@ -4,12 +4,13 @@
 #   scripts/test-windows.sh [BUILD_DIR] [test program arguments...]
 #
 # BUILD_DIR defaults to build-win; every tovel_tests_*.exe below it runs, headless, in a fresh
-# copy of a prepared Wine prefix (Windows XP SP3, English (UK)) that is removed afterwards.
+# copy of a prepared Wine prefix (Windows XP SP3, English (UK), windows without a display)
+# that is removed afterwards.
 # Further arguments go to each test program (e.g. --gtest_filter=Files*).
 #
 # Environment:
 #   TOVEL_WINE_CACHE     where the prepared prefix is kept (default ~/.cache/tovelsetup)
-#   TOVEL_TEST_TIMEOUT   seconds one test program may take (default 600)
+#   TOVEL_TEST_TIMEOUT   seconds one test program may take (default 300)
 #   TOVEL_KEEP_PREFIX=1  keep the run's prefix for a look afterwards
 set -euo pipefail
 
@@ -19,9 +20,9 @@ test_args=("$@")
 
 cache_dir=${TOVEL_WINE_CACHE:-${XDG_CACHE_HOME:-${HOME:-/tmp}/.cache}/tovelsetup}
 base_prefix=$cache_dir/wine-base
-test_timeout=${TOVEL_TEST_TIMEOUT:-600}
+test_timeout=${TOVEL_TEST_TIMEOUT:-300}
 # Bump when the prepared prefix changes, so cached copies are made again.
-prefix_recipe=2
+prefix_recipe=3
 
 log() { printf 'test-windows: %s\n' "$*" >&2; }
 die() { log "$*"; exit 2; }
@@ -52,8 +53,11 @@ prepare_base() {
     # Every process reads the version from HKCU\Software\Wine as it starts; the HKLM values
     # are what Windows XP itself shows, so both sides of a test bed agree.
     local nt='HKLM\Software\Microsoft\Windows NT\CurrentVersion'
+    # The null graphics driver lets programs create (invisible) windows without an X server,
+    # so finding the windows of a setup can be tested headless.
     local -a settings=(
         "HKCU\\Software\\Wine|Version|winxp"
+        "HKCU\\Software\\Wine\\Drivers|Graphics|null"
         "$nt|ProductName|Microsoft Windows XP"
         "$nt|CurrentVersion|5.1"
         "$nt|CurrentBuildNumber|2600"
@@ -102,7 +106,7 @@ prepare_locale() {
 mkdir -p "$cache_dir"
 {
     # One preparer at a time; others wait and then use its result.
-    command -v flock >/dev/null 2>&1 && flock -w 600 9 || true
+    if command -v flock >/dev/null 2>&1; then flock -w 600 9 || log "waiting for the cache lock timed out"; fi
     if [[ ! -f $base_prefix/.tovel-stamp || "$(cat "$base_prefix/.tovel-stamp")" != "$stamp" ]]; then
         prepare_base
     fi
@@ -114,6 +118,14 @@ if [[ ${#programs[@]} -eq 0 ]]; then
     log "no tovel_tests_*.exe in $build_dir"
     exit 1
 fi
+
+# The machine field of a PE file: 8664 for x86-64, 014c for i386.
+pe_machine() {
+    local offset
+    offset=$(od -An -tu4 -j60 -N4 "$1" 2>/dev/null | tr -d ' ') || return 0
+    [[ $offset =~ ^[0-9]+$ ]] || return 0
+    od -An -tx2 -j$((offset + 4)) -N2 "$1" 2>/dev/null | tr -d ' '
+}
 
 run_prefix=$(mktemp -d "${TMPDIR:-/tmp}/tovel-wine.XXXXXX")
 output=$(mktemp "${TMPDIR:-/tmp}/tovel-wine-out.XXXXXX")
@@ -133,6 +145,11 @@ started=$SECONDS
 cp -a --reflink=auto "$base_prefix/." "$run_prefix/"
 export WINEPREFIX=$run_prefix
 
+expect_summary=1
+for arg in "${test_args[@]}"; do
+    [[ $arg == --gtest_list_tests || $arg == --help || $arg == -h ]] && expect_summary=0
+done
+
 failed=()
 for program in "${programs[@]}"; do
     name=$(basename "$program")
@@ -151,6 +168,15 @@ for program in "${programs[@]}"; do
         log "$name did not finish within $test_timeout s"
     fi
     log "$name: exit code $rc after $((SECONDS - program_started)) s"
+    # An exit code of 0 alone proves nothing: without wine32, Wine "runs" a 32-bit program
+    # in an experimental mode that prints nothing and ends with 0.
+    if [[ $rc -eq 0 && $expect_summary == 1 ]] && ! tr -d '\r' <"$output" | grep -q '^\[  PASSED  \] [0-9]* test'; then
+        log "$name ended without a test summary"
+        rc=1
+    fi
+    if [[ $rc -ne 0 && $(pe_machine "$program") == 014c ]]; then
+        log "$name is a 32-bit program; this Wine may run 64-bit programs only (wine32 missing)"
+    fi
     [[ $rc -eq 0 ]] || failed+=("$name")
 done
 

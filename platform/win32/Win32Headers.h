@@ -14,5 +14,3 @@
 #undef CopyFile
 #undef MoveFile
 #undef GetDriveType
-#undef CreateFolder
-#undef FindFiles

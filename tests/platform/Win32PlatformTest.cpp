@@ -135,19 +135,32 @@ TEST_F(Win32Platform, RootsAndSpaceOfFoldersNotYetMade) {
     EXPECT_FALSE(Files().Stat(Path("*.txt")).has_value());
 }
 
-// Under Wine the test starts on Z: (the Unix root), and the bed's folder is on C:.
+// A second drive to move between; under Wine that is Z: (the Unix root), the bed is on C:.
+char OtherDrive(char bedDrive) {
+    const DWORD drives = GetLogicalDrives();
+    for (char letter = 'Z'; letter >= 'C'; --letter) {
+        if (letter == bedDrive || (drives & (1u << (letter - 'A'))) == 0) continue;
+        const wchar_t root[] = {static_cast<wchar_t>(letter), L':', L'\\', 0};
+        const UINT type = GetDriveTypeW(root);
+        if (type == DRIVE_FIXED || type == DRIVE_REMOTE || type == DRIVE_RAMDISK) return letter;
+    }
+    return 0;
+}
+
 TEST_F(Win32Platform, EachDriveKeepsItsOwnCurrentFolder) {
     ASSERT_EQ(bed_->folder.substr(0, 2), "C:");
+    const char other = OtherDrive('C');
+    if (other == 0) GTEST_SKIP() << "needs a second drive";
     ASSERT_TRUE(Files().CreateFolder(Path("one\\two")));
     ASSERT_TRUE(Files().WriteFileAtomic(Path("one\\here.txt"), "1"));
-    ASSERT_TRUE(Files().SetCurrentDrive('Z'));
-    ASSERT_TRUE(Files().SetCurrentFolder("Z:\\tmp"));
-    const std::string onZ = Files().CurrentFolder();
-    EXPECT_EQ(onZ, "Z:\\tmp");
+    ASSERT_TRUE(Files().SetCurrentDrive(other));
+    ASSERT_TRUE(Files().SetCurrentFolder(std::string(1, other) + ":\\"));
+    const std::string onOther = Files().CurrentFolder();
+    EXPECT_EQ(onOther, std::string(1, other) + ":\\");
 
     // Another drive: only the folder it returns to changes.
     ASSERT_TRUE(Files().SetCurrentFolder(Path("one")));
-    EXPECT_EQ(Files().CurrentFolder(), onZ);
+    EXPECT_EQ(Files().CurrentFolder(), onOther);
     EXPECT_EQ(Files().CurrentFolderOfDrive('c'), Path("one"));
     EXPECT_TRUE(Files().FileExists("C:here.txt"));  // "X:name" is relative to X's folder
     EXPECT_EQ(Names(Files().ListFolder("C:")), (std::set<std::string>{"here.txt", "two"}));
@@ -155,11 +168,11 @@ TEST_F(Win32Platform, EachDriveKeepsItsOwnCurrentFolder) {
 
     ASSERT_TRUE(Files().SetCurrentDrive('C'));
     EXPECT_EQ(Files().CurrentFolder(), Path("one"));
-    EXPECT_EQ(Files().CurrentFolderOfDrive('Z'), onZ);
+    EXPECT_EQ(Files().CurrentFolderOfDrive(other), onOther);
     ASSERT_TRUE(Files().SetCurrentFolder("two"));
     EXPECT_EQ(Files().CurrentFolder(), Path("one\\two"));
-    ASSERT_TRUE(Files().SetCurrentDrive('Z'));
-    EXPECT_EQ(Files().CurrentFolder(), onZ);
+    ASSERT_TRUE(Files().SetCurrentDrive(other));
+    EXPECT_EQ(Files().CurrentFolder(), onOther);
     EXPECT_EQ(Files().CurrentFolderOfDrive('C'), Path("one\\two"));
 
     // A remembered folder that has gone leaves the drive's root.
@@ -275,6 +288,29 @@ TEST_F(Win32Platform, OpeningFilesByTheirType) {
     EXPECT_EQ(Processes().Open(Path("data.tovelnoassoc"), "", "").error, 31u);
     EXPECT_EQ(Processes().FindAssociatedProgram(Path("data.tovelnoassoc")), "");
     EXPECT_EQ(Processes().FindAssociatedProgram(Path("missing.txt")), "");
+}
+
+// Under Wine this needs a graphics driver that makes windows: scripts/test-windows.sh sets
+// the null driver, so it runs headless.
+TEST_F(Win32Platform, FindsTopLevelWindowsByClassAndTitle) {
+    WNDCLASSW windowClass{};
+    windowClass.lpfnWndProc = DefWindowProcW;
+    windowClass.hInstance = GetModuleHandleW(nullptr);
+    windowClass.lpszClassName = L"TovelFinderTest\u00c4";
+    ASSERT_TRUE(RegisterClassW(&windowClass) != 0 || GetLastError() == ERROR_CLASS_ALREADY_EXISTS);
+    const HWND window = CreateWindowExW(0, windowClass.lpszClassName, L"Product B \u00e4 Setup", WS_OVERLAPPEDWINDOW, 0,
+                                        0, 200, 100, nullptr, nullptr, windowClass.hInstance, nullptr);
+    if (window == nullptr) GTEST_SKIP() << "no windows can be made here (Wine without a graphics driver)";
+    auto& windows = bed_->platform->Windows();
+    EXPECT_TRUE(windows.FindTopLevelWindow("TovelFinderTest\xc3\x84", "Product B \xc3\xa4 Setup"));
+    EXPECT_TRUE(windows.FindTopLevelWindow("tovelfindertest\xc3\xa4", ""));  // case folds beyond ASCII
+    EXPECT_TRUE(windows.FindTopLevelWindow("", "*b ? setup"));
+    EXPECT_TRUE(windows.FindTopLevelWindow("Tovel*", "Product*"));
+    EXPECT_FALSE(windows.FindTopLevelWindow("TovelFinderTest\xc3\x84", "Product C*"));
+    EXPECT_FALSE(windows.FindTopLevelWindow("TovelFinderTest", ""));  // the whole class name must match
+    DestroyWindow(window);
+    EXPECT_FALSE(windows.FindTopLevelWindow("TovelFinderTest*", ""));
+    UnregisterClassW(windowClass.lpszClassName, windowClass.hInstance);
 }
 
 TEST_F(Win32Platform, EnvironmentFoldersAndFormats) {

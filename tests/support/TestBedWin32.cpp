@@ -59,6 +59,19 @@ void RestoreFolders(const ProcessFolders& folders) {
     if (!folders.current.empty()) SetCurrentDirectoryW(folders.current.c_str());
 }
 
+bool UnderWine() {
+    const HMODULE ntdll = GetModuleHandleW(L"ntdll.dll");
+    return ntdll != nullptr && GetProcAddress(ntdll, "wine_get_version") != nullptr;
+}
+
+void ReportLeftOver(const char* what, const std::wstring& path) {
+    const DWORD error = GetLastError();
+    std::fprintf(stderr, "TestBed: cannot %s %s (error %lu)%s\n", what, clsWin32Text::ToUtf8(path).c_str(), error,
+                 error == ERROR_SHARING_VIOLATION && UnderWine()
+                     ? "; Wine keeps a folder busy that was current while ShellExecuteEx ran, until the process ends"
+                     : "");
+}
+
 void RemoveTree(const std::wstring& folder) {
     WIN32_FIND_DATAW data{};
     const HANDLE find = FindFirstFileW((folder + L"\\*").c_str(), &data);
@@ -72,16 +85,12 @@ void RemoveTree(const std::wstring& folder) {
             if (data.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) {
                 RemoveTree(path);
             } else if (!DeleteFileW(path.c_str())) {
-                std::fprintf(stderr, "TestBed: cannot delete %s (error %lu)\n", clsWin32Text::ToUtf8(path).c_str(),
-                             GetLastError());
+                ReportLeftOver("delete", path);
             }
         } while (FindNextFileW(find, &data));
         FindClose(find);
     }
-    if (!RemoveDirectoryW(folder.c_str())) {
-        std::fprintf(stderr, "TestBed: cannot remove %s (error %lu)\n", clsWin32Text::ToUtf8(folder).c_str(),
-                     GetLastError());
-    }
+    if (!RemoveDirectoryW(folder.c_str())) ReportLeftOver("remove", folder);
 }
 
 void RemoveKeyTree(HKEY parent, const std::wstring& key) {
@@ -110,6 +119,13 @@ std::wstring Utf8ToWide(const std::string& text) { return clsWin32Text::ToWide(t
 
 std::unique_ptr<TestBed> MakeTestBed() {
     static std::atomic<unsigned> counter{0};
+    // Code under test that reaches the machine through Platform() finds the same real API;
+    // a platform a test installed itself stays.
+    static std::once_flag installed;
+    std::call_once(installed, [] {
+        if (auto previous = InstallPlatform(MakeWin32Platform())) InstallPlatform(std::move(previous));
+    });
+
     auto bed = std::make_unique<TestBed>();
     bed->platform = MakeWin32Platform();
 
