@@ -130,6 +130,7 @@ int main(int argc, char** argv) {
     Main();
     std::cout << "Setup folder " << HomePath << ", work folder " << WorkFolder << ", Windows folder " << WindowsDir
               << ", system folder " << SystemDir << '\n'
+              << "Log:     " << gLog->LogfileFullPath() << '\n'
               << "The wizard is not built yet; nothing was installed.\n";
     return 0;
 }

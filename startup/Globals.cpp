@@ -10,4 +10,7 @@ bool ContinuedAfterRestart = false;
 
 clsFileDisk gFileDisk;
 
+std::unique_ptr<clsPrintLog> gLog;
+bool LogEnabled = false;
+
 } // namespace tovel

@@ -1,8 +1,10 @@
 #pragma once
 // The run state every part of the setup shares, fixed during start-up.
+#include <memory>
 #include <string>
 
 #include "common/clsFileDisk.h"
+#include "startup/clsPrintLog.h"
 
 namespace tovel {
 
@@ -13,5 +15,8 @@ extern std::string SystemDir;    ///< system folder with a trailing backslash
 extern bool ContinuedAfterRestart; ///< a state file was found: an interrupted run resumes
 
 extern clsFileDisk gFileDisk;
+
+extern std::unique_ptr<clsPrintLog> gLog; ///< the setup log, made by StartLog (mdlLog)
+extern bool LogEnabled;                   ///< LogIfEnabled and LogHeading write; off until the settings say
 
 } // namespace tovel

@@ -2,6 +2,7 @@
 
 #include "platform/clsPlatform.h"
 #include "startup/Globals.h"
+#include "startup/mdlLog.h"
 
 namespace tovel {
 
@@ -26,6 +27,8 @@ void EnterHomePath() {
 void Main() {
     HomePath = clsFileDisk::AddBackslash(Platform().System().ProgramFolder());
     WorkFolder = WorkFolderOf();
+    // Every start begins a fresh log: the resume test comes only after it.
+    StartLog();
     EnterHomePath();
     WindowsDir = gFileDisk.WindowsFolder();
     SystemDir = gFileDisk.SystemFolder();

@@ -1,0 +1,18 @@
+#pragma once
+// Writing to the setup log from anywhere in the program. Which lines are written is switched
+// by LogEnabled (Globals): the settings set it from CreateLogFile in Setups.ini or the /log
+// switch; it is off until then. The log itself (its backups and header) is made either way.
+#include <string>
+
+namespace tovel {
+
+/// Creates gLog in the work folder: a new log with its header, or, after a restart, the
+/// old one continued. Once per run, after WorkFolder and ContinuedAfterRestart are known.
+/// From then on what the registry reports as bad input is logged too.
+void StartLog();
+/// Writes the text (and one blank) as a line when logging is on.
+void LogIfEnabled(const std::string& text);
+/// Writes an empty line, a rule and "text:" when logging is on: the start of a section.
+void LogHeading(const std::string& text);
+
+} // namespace tovel
