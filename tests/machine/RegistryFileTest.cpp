@@ -2,10 +2,8 @@
 // several processes sharing one file.
 #include <gtest/gtest.h>
 
-#include <linux/capability.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
-#include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -20,6 +18,7 @@
 #include "platform/posix/clsMachineRegistry.h"
 #include "platform/clsUtf8.h"
 #include "platform/posix/clsRegistryHive.h"
+#include "tests/support/clsWithoutPermissionOverride.h"
 
 namespace tovel {
 namespace {
@@ -39,30 +38,6 @@ void WriteAll(const std::string& path, const std::string& bytes) {
     out << bytes;
 }
 
-// As root, file permissions are not checked unless these capabilities are dropped; they are
-// dropped for this thread only and given back afterwards.
-class WithoutPermissionOverride {
-public:
-    WithoutPermissionOverride() {
-        if (geteuid() != 0) return;
-        header_.version = _LINUX_CAPABILITY_VERSION_3;
-        header_.pid = 0;
-        if (syscall(SYS_capget, &header_, saved_) != 0) return;
-        __user_cap_data_struct reduced[2] = {saved_[0], saved_[1]};
-        reduced[0].effective &= ~((1u << CAP_DAC_OVERRIDE) | (1u << CAP_DAC_READ_SEARCH) | (1u << CAP_FOWNER));
-        active_ = syscall(SYS_capset, &header_, reduced) == 0;
-    }
-    ~WithoutPermissionOverride() {
-        if (active_) syscall(SYS_capset, &header_, saved_);
-    }
-    WithoutPermissionOverride(const WithoutPermissionOverride&) = delete;
-    WithoutPermissionOverride& operator=(const WithoutPermissionOverride&) = delete;
-
-private:
-    __user_cap_header_struct header_{};
-    __user_cap_data_struct saved_[2]{};
-    bool active_ = false;
-};
 
 class RegistryFile : public ::testing::Test {
 protected:
@@ -338,7 +313,7 @@ TEST_F(RegistryFile, FailedWriteChangesNothing) {
     reports_.clear();
 
     ASSERT_EQ(chmod(folder_.c_str(), 0555), 0);
-    WithoutPermissionOverride guard;
+    test::clsWithoutPermissionOverride guard;
     const std::string probe = folder_ + "/probe";
     if (FILE* f = fopen(probe.c_str(), "w")) {
         fclose(f);

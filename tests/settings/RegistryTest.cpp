@@ -8,26 +8,22 @@
 #include <vector>
 
 #include "settings/clsRegistry.h"
-#include "tests/support/TestBed.h"
+#include "tests/support/BedFixture.h"
 
 namespace tovel {
 namespace {
 
 constexpr RegRoot kUser = RegRoot::CurrentUser;
 
-// The bed's platform is the one Platform() gives while the test runs; it goes back into the
-// bed afterwards so the bed can clean up with it.
-class Registry : public ::testing::Test {
+class Registry : public test::BedFixture {
 protected:
     void SetUp() override {
-        bed_ = test::MakeTestBed();
-        previous_ = InstallPlatform(std::move(bed_->platform));
+        BedFixture::SetUp();
         clsRegistry::SetReporter([this](const std::string& message) { reports_.push_back(message); });
     }
     void TearDown() override {
         clsRegistry::SetReporter(nullptr);
-        bed_->platform = InstallPlatform(std::move(previous_));
-        bed_.reset();
+        BedFixture::TearDown();
     }
 
     clsPlatformRegistry& Raw() { return Platform().Registry(); }
@@ -36,8 +32,6 @@ protected:
     }
     clsRegistry At(const std::string& below) const { return clsRegistry(kUser, bed_->registryKey + "\\" + below); }
 
-    std::unique_ptr<test::TestBed> bed_;
-    std::unique_ptr<clsPlatform> previous_;
     std::vector<std::string> reports_;
 };
 

@@ -13,17 +13,15 @@
 #include "startup/Globals.h"
 #include "startup/clsPrintLog.h"
 #include "startup/mdlLog.h"
-#include "tests/support/TestBed.h"
+#include "tests/support/BedFixture.h"
 
 #ifndef _WIN32
-#include <linux/capability.h>
-#include <sys/syscall.h>
-#include <unistd.h>
 
 #include <filesystem>
 
 #include "common/clsCodePage.h"
 #include "tests/machine/MachineFixture.h"
+#include "tests/support/clsWithoutPermissionOverride.h"
 #endif
 
 namespace tovel {
@@ -82,18 +80,16 @@ void ResetLogState() {
     LogEnabled = false;
 }
 
-class PrintLog : public ::testing::Test {
+class PrintLog : public test::BedFixture {
 protected:
     void SetUp() override {
-        bed_ = test::MakeTestBed();
-        previous_ = InstallPlatform(std::move(bed_->platform));
+        BedFixture::SetUp();
         ResetLogState();
         WorkFolder = bed_->folder;
     }
     void TearDown() override {
         ResetLogState();
-        bed_->platform = InstallPlatform(std::move(previous_));
-        bed_.reset();
+        BedFixture::TearDown();
     }
 
     clsPlatformFiles& Files() { return Platform().Files(); }
@@ -102,8 +98,6 @@ protected:
     std::string Read(const std::string& path) { return Files().ReadFile(path).value_or("<missing>"); }
     std::string Today() { return Platform().System().LongDate(Platform().Clock().Now()); }
 
-    std::unique_ptr<test::TestBed> bed_;
-    std::unique_ptr<clsPlatform> previous_;
 };
 
 TEST_F(PrintLog, NewLogStartsWithTheHeaderAndEndsLinesWithCrLf) {
@@ -235,30 +229,6 @@ TEST_F(PrintLog, UnwritableLogIsSkippedSilently) {
 
 #ifndef _WIN32
 
-// As root, file permissions are not checked unless these capabilities are dropped; they are
-// dropped for this thread only and given back afterwards.
-class WithoutPermissionOverride {
-public:
-    WithoutPermissionOverride() {
-        if (geteuid() != 0) return;
-        header_.version = _LINUX_CAPABILITY_VERSION_3;
-        header_.pid = 0;
-        if (syscall(SYS_capget, &header_, saved_) != 0) return;
-        __user_cap_data_struct reduced[2] = {saved_[0], saved_[1]};
-        reduced[0].effective &= ~((1u << CAP_DAC_OVERRIDE) | (1u << CAP_DAC_READ_SEARCH) | (1u << CAP_FOWNER));
-        active_ = syscall(SYS_capset, &header_, reduced) == 0;
-    }
-    ~WithoutPermissionOverride() {
-        if (active_) syscall(SYS_capset, &header_, saved_);
-    }
-    WithoutPermissionOverride(const WithoutPermissionOverride&) = delete;
-    WithoutPermissionOverride& operator=(const WithoutPermissionOverride&) = delete;
-
-private:
-    __user_cap_header_struct header_{};
-    __user_cap_data_struct saved_[2]{};
-    bool active_ = false;
-};
 
 class PrintLogMachine : public test::MachineFixture {
 protected:
@@ -300,7 +270,7 @@ TEST_F(PrintLogMachine, ReadOnlyDriveKeepsEverythingAndSaysNothing) {
     std::filesystem::permissions(drive, std::filesystem::perms::owner_read | std::filesystem::perms::owner_exec);
     MessageCounter messages;
     {
-        WithoutPermissionOverride readOnly;
+        test::clsWithoutPermissionOverride readOnly;
         LogEnabled = true;
         RunSetup("this run");
         LogIfEnabled("more");
