@@ -38,7 +38,6 @@ void WriteAll(const std::string& path, const std::string& bytes) {
     out << bytes;
 }
 
-
 class RegistryFile : public ::testing::Test {
 protected:
     void SetUp() override {

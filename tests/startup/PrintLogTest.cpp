@@ -229,7 +229,6 @@ TEST_F(PrintLog, UnwritableLogIsSkippedSilently) {
 
 #ifndef _WIN32
 
-
 class PrintLogMachine : public test::MachineFixture {
 protected:
     void Start(const MachineConfig& config) {
