@@ -2,14 +2,28 @@
 
 namespace tovel {
 
+bool ShowConfig = false;
+int16_t DefaultLanguage = 1;
+bool LorvexScanComplete = false;
+bool NoOSCheck = false;
+bool NoVersionCheck = false;
+bool RecordMode = false;
+bool SilentMode = false;
+std::string SilentPath;
+bool Testmode = false;
+std::string LorvexAdditionalCommand;
+bool ContinuedAfterRestart = false;
 std::string HomePath;
 std::string WorkFolder;
 std::string WindowsDir;
 std::string SystemDir;
-bool ContinuedAfterRestart = false;
+bool UpdateFunctionality = false;
+std::string SelectedBusSystem = "4";
+int16_t SetupLanguageCount = 0;
+int32_t OSPlatformId = 0;
 
 clsFileDisk gFileDisk;
-
+std::unique_ptr<clsSetupsIni> gSetupsIni;
 std::unique_ptr<clsPrintLog> gLog;
 bool LogEnabled = false;
 
