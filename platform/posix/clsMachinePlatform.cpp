@@ -1,6 +1,6 @@
 #include "platform/posix/clsMachinePlatform.h"
 
-#include "platform/posix/clsHostClock.h"
+#include "platform/posix/clsMachineClock.h"
 #include "platform/posix/clsMachineFiles.h"
 #include "platform/posix/clsMachineProcesses.h"
 #include "platform/posix/clsMachineRegistry.h"
@@ -35,18 +35,20 @@ std::unique_ptr<clsMachinePlatform> clsMachinePlatform::Make(std::unique_ptr<cls
     auto system = std::make_unique<clsMachineSystem>(*machine, process.programFolder, process.commandLine,
                                                      process.onRestart);
     auto windows = std::make_unique<clsMachineWindows>(*machine);
+    auto clock = std::make_unique<clsMachineClock>(machine->Folder());
     return std::unique_ptr<clsMachinePlatform>(new clsMachinePlatform(
         detail::MachineHolder{std::move(machine)}, std::move(parts.files), std::move(registry),
-        std::move(parts.processes), std::move(windows), std::move(system)));
+        std::move(parts.processes), std::move(windows), std::move(system), std::move(clock)));
 }
 
 clsMachinePlatform::clsMachinePlatform(detail::MachineHolder holder, std::unique_ptr<clsPlatformFiles> files,
                                        std::unique_ptr<clsPlatformRegistry> registry,
                                        std::unique_ptr<clsPlatformProcesses> processes,
                                        std::unique_ptr<clsPlatformWindows> windows,
-                                       std::unique_ptr<clsPlatformSystem> system)
+                                       std::unique_ptr<clsPlatformSystem> system,
+                                       std::unique_ptr<clsPlatformClock> clock)
     : detail::MachineHolder(std::move(holder)),
       clsPlatform(std::move(files), std::move(registry), std::move(processes), std::move(windows), std::move(system),
-                  std::make_unique<clsHostClock>()) {}
+                  std::move(clock)) {}
 
 } // namespace tovel

@@ -1,6 +1,7 @@
 // The emulated machine: its configuration file, profiles, paths, drives and processes.
 #include <filesystem>
 
+#include "platform/posix/clsMachineClock.h"
 #include "platform/posix/clsMachineIni.h"
 #include "platform/posix/clsMachineSystem.h"
 #include "tests/machine/MachineFixture.h"
@@ -180,6 +181,31 @@ TEST_F(MachineTest, WindowsOfLivingProcessesAreFound) {
     EXPECT_TRUE(p.Windows().FindTopLevelWindow("InstallShield_Win", "Setup"));
     EXPECT_TRUE(p.Windows().FindTopLevelWindow("", "set*"));
     EXPECT_FALSE(p.Windows().FindTopLevelWindow("*32770*", "*4.01 SP1*"));
+}
+
+TEST_F(MachineTest, DrivenClockMovesOnlyWhenAProgramSleeps) {
+    auto& p = Boot();
+    WriteHost("clock", "2026-11-22 23:59:58\n");
+    EXPECT_DOUBLE_EQ(p.Clock().SecondsSinceMidnight(), 86398.0);
+    EXPECT_DOUBLE_EQ(p.Clock().SecondsSinceMidnight(), 86398.0);  // it stands still
+    const LocalTime before = p.Clock().Now();
+    EXPECT_EQ(before.dayOfWeek, 0);  // a Sunday
+    p.Clock().Sleep(3500);
+    // Past midnight the timer starts again at 0, and the date moves on.
+    EXPECT_DOUBLE_EQ(p.Clock().SecondsSinceMidnight(), 1.5);
+    const LocalTime after = p.Clock().Now();
+    EXPECT_EQ(after.day, 23);
+    EXPECT_EQ(after.dayOfWeek, 1);
+    EXPECT_EQ(ReadHost("clock"), "2026-11-23 00:00:01.500\n");
+    // Leap day and year end come out right.
+    EXPECT_EQ(clsMachineClock::FormatMilliseconds(*clsMachineClock::ParseMilliseconds("2024-02-29 12:00:00")),
+              "2024-02-29 12:00:00.000\n");
+    EXPECT_EQ(clsMachineClock::FormatMilliseconds(*clsMachineClock::ParseMilliseconds("2025-12-31 23:59:59.999") + 1),
+              "2026-01-01 00:00:00.000\n");
+    // A clock file that is no time leaves the host's clock in charge.
+    WriteHost("clock", "soon");
+    EXPECT_GT(p.Clock().Now().year, 2000);
+    EXPECT_FALSE(clsMachineClock::ParseMilliseconds("2026-13-01 00:00:00"));
 }
 
 TEST_F(MachineTest, RestartSwitchesTheMachineOffAndEndsTheProcess) {
