@@ -1,0 +1,99 @@
+#pragma once
+// Runs the real tovelsetup on a fresh emulated machine and a disc folder, and reads what it
+// left behind: its output, its exit status, the setup log.
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "platform/clsWindowsCommandLine.h"
+
+namespace tovel::test {
+
+class SetupRun : public ::testing::Test {
+protected:
+    void SetUp() override {
+        static int counter = 0;
+        root_ = std::filesystem::temp_directory_path() /
+                ("tovel-e2e-" + std::to_string(getpid()) + "-" + std::to_string(counter++));
+        std::filesystem::remove_all(root_);
+        std::filesystem::create_directories(Disc());
+    }
+    void TearDown() override {
+        std::error_code ec;
+        std::filesystem::remove_all(root_, ec);
+    }
+
+    std::filesystem::path Machine() const { return root_ / "machine"; }
+    std::filesystem::path Disc() const { return root_ / "disc"; }
+
+    /// Copies the bundled sample disc into this test's disc folder.
+    void UseSampleDisc() {
+        std::filesystem::copy(TOVEL_SAMPLE_DISC, Disc(),
+                              std::filesystem::copy_options::recursive | std::filesystem::copy_options::overwrite_existing);
+    }
+    void WriteDisc(const std::string& relative, const std::string& bytes) { Write(Disc() / relative, bytes); }
+    void WriteMachine(const std::string& relative, const std::string& bytes) { Write(Machine() / relative, bytes); }
+    [[nodiscard]] std::string ReadMachine(const std::string& relative) const { return Read(Machine() / relative); }
+
+    /// Runs tovelsetup with its own options first, then the Windows switches; the exit status.
+    int Run(const std::vector<std::string>& windowsArguments = {}, std::vector<std::string> options = {}) {
+        std::vector<std::string> args = {TOVEL_BINARY, "--machine=" + Machine().string()};
+        if (std::find_if(options.begin(), options.end(), [](const std::string& o) { return o.rfind("--disc", 0) == 0; }) ==
+            options.end())
+            args.push_back("--disc=" + Disc().string());
+        args.insert(args.end(), options.begin(), options.end());
+        args.emplace_back("--");
+        args.insert(args.end(), windowsArguments.begin(), windowsArguments.end());
+        std::string command;
+        for (const auto& a : args) command += "'" + a + "' ";
+        command += "</dev/null 2>&1";
+        FILE* pipe = popen(command.c_str(), "r");
+        output_.clear();
+        char buffer[4096];
+        while (pipe != nullptr && fgets(buffer, sizeof buffer, pipe) != nullptr) output_ += buffer;
+        const int status = pipe != nullptr ? pclose(pipe) : -1;
+        return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    }
+    [[nodiscard]] const std::string& Output() const { return output_; }
+
+    /// The setup log as lines, its CR LF ends checked and taken off.
+    [[nodiscard]] std::vector<std::string> LogLines() const {
+        const std::string text = ReadMachine("drive_c/TOVELSETUP.LOG");
+        std::vector<std::string> lines;
+        size_t start = 0;
+        for (size_t end; (end = text.find("\r\n", start)) != std::string::npos; start = end + 2)
+            lines.push_back(text.substr(start, end - start));
+        EXPECT_EQ(start, text.size()) << "the log ends in the middle of a line";
+        return lines;
+    }
+    /// True if a log line equals the text.
+    [[nodiscard]] bool Logged(const std::string& line) const {
+        const auto lines = LogLines();
+        return std::find(lines.begin(), lines.end(), line) != lines.end();
+    }
+
+private:
+    static void Write(const std::filesystem::path& path, const std::string& bytes) {
+        std::filesystem::create_directories(path.parent_path());
+        std::ofstream(path, std::ios::binary) << bytes;
+    }
+    static std::string Read(const std::filesystem::path& path) {
+        std::ifstream in(path, std::ios::binary);
+        std::ostringstream out;
+        out << in.rdbuf();
+        return out.str();
+    }
+
+    std::filesystem::path root_;
+    std::string output_;
+};
+
+} // namespace tovel::test
