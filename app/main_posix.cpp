@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "app/clsLinuxOptions.h"
+#include "common/mdlMessage.h"
 #include "platform/clsWindowsCommandLine.h"
 #include "platform/posix/clsMachineBoot.h"
 #include "platform/posix/clsMachinePlatform.h"
@@ -73,6 +74,14 @@ void PrintProfiles() {
     std::cout << "\nExample: tovelsetup --machine=/tmp/m98 --create=win98,de --disc=examples/disc\n";
 }
 
+// Until the text wizard draws its own message form, a message is printed and answered with
+// its default button, so a run in a terminal shows what a person on Windows would read.
+int PrintMessage(const std::string& text, int style, const std::string& caption) {
+    const int answer = DefaultButtonResult(style);
+    std::cout << "[" << caption << "] " << text << '\n';
+    return answer;
+}
+
 void PrintMachine(clsMachine& machine) {
     const auto& c = machine.Config();
     std::cout << "Machine: " << machine.Folder() << '\n'
@@ -127,6 +136,7 @@ int main(int argc, char** argv) {
     std::cout << "Disc:    " << drive << ":\\ = " << platform->Machine().HostRoot(disc->hostFolder) << '\n';
 
     InstallPlatform(std::move(platform));
+    SetMessageBoxHandler(PrintMessage);
     Main();
     std::cout << "Setup folder " << HomePath << ", work folder " << WorkFolder << ", Windows folder " << WindowsDir
               << ", system folder " << SystemDir << '\n'
