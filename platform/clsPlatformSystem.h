@@ -59,6 +59,8 @@ public:
     [[nodiscard]] virtual bool EnableShutdownPrivilege() = 0;
     /// Asks Windows to restart (ExitWindowsEx with the given flags); true if accepted.
     [[nodiscard]] virtual bool Restart(uint32_t flags) = 0;
+    /// Ends this process with an exit code, as ExitProcess does; buffered output is flushed.
+    [[noreturn]] virtual void EndProcess(uint32_t exitCode) = 0;
     /// A date in the long date format of the user's locale ("Sunday, 22 November 2026").
     [[nodiscard]] virtual std::string LongDate(const LocalTime& time) = 0;
     /// A time in the time format of the user's locale ("14:05:09").

@@ -21,10 +21,17 @@ bool UpdateFunctionality = false;
 std::string SelectedBusSystem = "4";
 int16_t SetupLanguageCount = 0;
 int32_t OSPlatformId = 0;
+std::string ApplicationTitle = "TovelSetup";
+int32_t ExitStatus = 0;
 
+std::unique_ptr<clsCheckEnviroment> gEnvironment;
 clsFileDisk gFileDisk;
+std::unique_ptr<clsPlaceholder> gPlaceholder;
 std::unique_ptr<clsSetupsIni> gSetupsIni;
+std::unique_ptr<clsLanguage> gLanguage;
+std::unique_ptr<clsLanguageFont> gLanguageFont;
+std::unique_ptr<clsLanguageTextFile> gLanguageTextFile;
+clsOpenForms gOpenForms;
 std::unique_ptr<clsPrintLog> gLog;
-bool LogEnabled = false;
 
 } // namespace tovel

@@ -6,7 +6,13 @@
 #include <string>
 
 #include "common/clsFileDisk.h"
+#include "common/clsOpenForms.h"
+#include "language/clsLanguage.h"
+#include "language/clsLanguageFont.h"
+#include "language/clsLanguageTextFile.h"
+#include "settings/clsPlaceholder.h"
 #include "settings/clsSetupsIni.h"
+#include "startup/clsCheckEnviroment.h"
 #include "startup/clsPrintLog.h"
 
 namespace tovel {
@@ -31,10 +37,20 @@ extern bool UpdateFunctionality;             ///< the update functions of the se
 extern std::string SelectedBusSystem;        ///< the chosen bus system's number as text; "4" until chosen
 extern int16_t SetupLanguageCount;           ///< number of setup languages offered
 extern int32_t OSPlatformId;                 ///< 1 Windows 95/98/Me, 2 NT family
+extern std::string ApplicationTitle;         ///< title of the task bar button and the message boxes
+/// The process's exit status for deployment tools: 0 done, 1602 cancelled by the user,
+/// 1603 a critical product failed, 3010 done but a restart is still needed, 1641 a restart
+/// was started.
+extern int32_t ExitStatus;
 
+extern std::unique_ptr<clsCheckEnviroment> gEnvironment;
 extern clsFileDisk gFileDisk;
+extern std::unique_ptr<clsPlaceholder> gPlaceholder;
 extern std::unique_ptr<clsSetupsIni> gSetupsIni;
+extern std::unique_ptr<clsLanguage> gLanguage;
+extern std::unique_ptr<clsLanguageFont> gLanguageFont;
+extern std::unique_ptr<clsLanguageTextFile> gLanguageTextFile;
+extern clsOpenForms gOpenForms;              ///< the forms on the screen
 extern std::unique_ptr<clsPrintLog> gLog;    ///< the setup log, made by StartLog (mdlLog)
-extern bool LogEnabled;                      ///< LogIfEnabled and LogHeading write; off until the settings say
 
 } // namespace tovel

@@ -1,18 +1,42 @@
 #include "startup/Main.h"
 
+#include <cmath>
+#include <cstdlib>
+
+#include "common/mdlEvents.h"
+#include "common/mdlMessage.h"
+#include "language/clsBuiltinTexts.h"
 #include "platform/clsPlatform.h"
+#include "settings/clsIniFile.h"
 #include "startup/Globals.h"
+#include "startup/clsCommandLine.h"
 #include "startup/mdlLog.h"
 
 namespace tovel {
 
 namespace {
 
-// The setup always works from the root of the Windows drive; Windows on a network path is
-// not supported, and C:\ stands in for it.
+const char* const kLetters[] = {"A", "B", "C", "D", "E", "J"};
+const char* const kNames[] = {"German", "English", "French", "Spanish", "Italian", "Japanese"};
+const char* const kLocales[] = {"1031", "2057", "1036", "3082", "1040", "1041"};
+constexpr int kEnglish = 1;
+// The bus system until the user chooses one on its page.
+const std::string kNoBusSystemChosen = "4";
+
+// How long one round of the wait loop gives the machine before the timer is read again.
+constexpr uint32_t kWaitSliceMs = 50;
+
+std::string LowerAscii(std::string text) {
+    for (char& c : text) c = (c >= 'A' && c <= 'Z') ? static_cast<char>(c - 'A' + 'a') : c;
+    return text;
+}
+
+// The root of the Windows drive; Windows on a network path is not supported, and C:\ stands in.
 std::string WorkFolderOf() {
     const std::string root = gFileDisk.WindowsDriveRoot();
-    return root.empty() ? std::string("C:\\") : root;
+    if (!root.empty()) return root;
+    MsgBox("Setup don't support net installation.", mb::kOk | mb::kIconInformation, ApplicationTitle);
+    return "C:\\";
 }
 
 void EnterHomePath() {
@@ -22,16 +46,142 @@ void EnterHomePath() {
     (void)files.SetCurrentFolder(HomePath);
 }
 
+clsSetupsIni::Hooks SettingsHooks() {
+    return {[](const std::string& line) { LogIfEnabled(line); }, [](const std::string& heading) { LogHeading(heading); },
+            [](const std::string& text) { return gPlaceholder->CheckForPlaceholder(text); }};
+}
+
+// The Japanese texts of Setups.ini are Shift-JIS inside a file the INI reader takes as ANSI.
+clsSetupsIni::TextLookup JapaneseLookup() {
+    return [](const std::string& section, const std::string& key) {
+        gLanguageTextFile->SetCodePage("932");
+        if (!gLanguageTextFile->SetFileName(gSetupsIni->FilePath())) return std::string();
+        return gLanguageTextFile->LoadIniProperty2(section, key);
+    };
+}
+
+// The version-display tool lies on the disc beside the products, in its folder "Lorvex".
+void ReadLorvexCommand() {
+    const std::string toolFolder = gSetupsIni->Path().empty() ? HomePath : gSetupsIni->Path();
+    clsIniFile ini;
+    ini.SetFullPath(toolFolder + "Lorvex" + "\\" + "Lorvex.ini");
+    ini.SetSectionName("LORVEX");
+    const std::string command = ini.GetString("AdditionalCommand", "");
+    if (!command.empty()) LorvexAdditionalCommand = command + " ";
+}
+
+void LookForRunToResume() {
+    if (!Platform().Files().FileExists(WorkFolder + "INSTDUMP.TMP")) {
+        ContinuedAfterRestart = false;
+        return;
+    }
+    WaitSeconds(5);
+    ContinuedAfterRestart = true;
+}
+
+// The configuration tool (an editor for Setups.ini and the description files) is not part of
+// this program yet; its entry point says so and ends.
+void ShowConfigurationTool() {
+    MsgBox("The configuration tool is not available in this version of TovelSetup.", mb::kOk | mb::kIconInformation,
+           ApplicationTitle);
+    EndProgram();
+}
+
+void AnalyseCommandLine(const std::string& line) {
+    if (line.empty()) return;
+    clsCommandLine commandLine;
+    commandLine.SetCommandLine(line);
+    commandLine.Start();
+    if (RecordMode) MsgBox("The record function is activ.", mb::kOk | mb::kIconInformation, "Record");
+}
+
 } // namespace
 
-void Main() {
-    HomePath = clsFileDisk::AddBackslash(Platform().System().ProgramFolder());
+std::string LanguageIndexToCode(int index, int form) {
+    const int i = (index >= 0 && index <= 5) ? index : kEnglish;
+    switch (form) {
+    case 0: return kLetters[i];
+    case 1: return kNames[i];
+    case 2: return kLocales[i];
+    default: return {};
+    }
+}
+
+void WaitSeconds(int seconds) {
+    auto& clock = Platform().Clock();
+    const double end = std::nearbyint(clock.SecondsSinceMidnight()) + seconds;
+    while (clock.SecondsSinceMidnight() < end) {
+        DoEvents();
+        clock.Sleep(kWaitSliceMs);
+    }
+}
+
+bool CreateGlobalObjects() {
+    gEnvironment = std::make_unique<clsCheckEnviroment>();
+    gPlaceholder = std::make_unique<clsPlaceholder>();
+    gLanguage = std::make_unique<clsLanguage>();
+    gLanguageFont = std::make_unique<clsLanguageFont>();
+    gLanguageTextFile = std::make_unique<clsLanguageTextFile>();
+    // Reads Setups.ini at once; its lines reach no log yet, which is created only later.
+    gSetupsIni = std::make_unique<clsSetupsIni>(SettingsHooks());
+    gPlaceholder->SetSettings(gSetupsIni.get());
+    return true;
+}
+
+void InitGlobals() {
+    if (!CreateGlobalObjects() || gSetupsIni->PathFailed()) EndProgram();
+    DefaultLanguage = gSetupsIni->GetDefaultLanguage();
+    gSetupsIni->ReadLanguagePart(DefaultLanguage, JapaneseLookup());
+    const std::string programFolder = clsFileDisk::AddBackslash(Platform().System().ProgramFolder());
+    gLanguage->SetTextFolder(programFolder);
+    gLanguage->SetLanguageID(static_cast<uint32_t>(std::stoul(LanguageIndexToCode(DefaultLanguage, 2))));
+    gLanguage->SetLibrary(programFolder + "Setup.ex_");
+    gEnvironment->ReadSystemVersion();
+    UpdateFunctionality = true;
+    SelectedBusSystem = kNoBusSystemChosen;
+    HomePath = programFolder;
     WorkFolder = WorkFolderOf();
-    // Every start begins a fresh log: the resume test comes only after it.
+    // Every start begins a fresh log, also one that resumes: the resume test comes after it.
     StartLog();
+    LogIfEnabled("CDTitle: " + gSetupsIni->CDTitle());
     EnterHomePath();
+    HomePath = clsFileDisk::AddBackslash(HomePath);
     WindowsDir = gFileDisk.WindowsFolder();
     SystemDir = gFileDisk.SystemFolder();
+    gPlaceholder->SetFolders({SystemDir, WindowsDir, WorkFolder, HomePath});
+    SetupLanguageCount = gSetupsIni->SetupLanguageCount();
+    LookForRunToResume();
+    if (!gSetupsIni->AppTitle().empty()) ApplicationTitle = gSetupsIni->AppTitle();
+    ReadLorvexCommand();
+}
+
+void Main() {
+    InitGlobals();
+    const std::string line = Platform().System().CommandLine();
+    if (LowerAscii(line).find("/showconfig") != std::string::npos) {
+        ShowConfig = true;
+        ShowConfigurationTool();
+        return;
+    }
+    AnalyseCommandLine(line);
+    if (!gEnvironment->CheckPendingRestart(gLanguage->LoadResString(TextNo::kRestartBeforeInstall))) EndProgram();
+}
+
+void UnloadAllForms() {
+    for (const auto& name : gOpenForms.Names()) {
+        if (name != "frmInstallation" && name != "frmGradientBackground") (void)gOpenForms.Unload(name);
+    }
+}
+
+void EndProgram() {
+    UnloadAllForms();
+    DoEvents();
+    (void)gOpenForms.Unload("frmInstallation");
+    DoEvents();
+    (void)gOpenForms.Unload("frmGradientBackground");
+    DoEvents();
+    Platform().System().EndProcess(static_cast<uint32_t>(ExitStatus));
+    std::abort();  // no platform returns from EndProcess; this keeps the promise if one did
 }
 
 } // namespace tovel

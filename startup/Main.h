@@ -1,8 +1,28 @@
 #pragma once
+// The setup's entry point and its orderly end.
+#include <cstdint>
+#include <string>
 
 namespace tovel {
 
-/// The setup's entry point once main() has installed the platform.
+/// Runs the setup once main() has installed the platform: creates the global objects, reads
+/// the settings, chooses the language, fixes the folders, opens the log, looks for a run to
+/// resume, analyses the command line, checks the machine and hands over to the wizard.
 void Main();
+/// Creates the run's objects and sets the globals (start-up steps 1 and 3 to 15).
+void InitGlobals();
+/// Creates the objects that live for the whole run; always true.
+bool CreateGlobalObjects();
+/// The one orderly way out: closes every form but the installation page and the background,
+/// then those two, letting window messages run between, and ends the process with ExitStatus.
+[[noreturn]] void EndProgram();
+/// Closes every open form except "frmInstallation" and "frmGradientBackground".
+void UnloadAllForms();
+/// A language index as its letter (form 0: "A"), name (1: "German") or locale (2: "1031");
+/// English for an index outside 0..5, an empty text for another form.
+[[nodiscard]] std::string LanguageIndexToCode(int index, int form);
+/// Waits the seconds on the seconds-since-midnight timer, letting window messages run. The
+/// start is rounded to a whole second; a start shortly before midnight never sees its end.
+void WaitSeconds(int seconds);
 
 } // namespace tovel

@@ -8,6 +8,11 @@
 
 namespace tovel {
 
+namespace {
+// The settings hold the switch (CreateLogFile or /log); before they exist nothing is on.
+bool LoggingOn() { return gSetupsIni != nullptr && gSetupsIni->CreateLogFile(); }
+} // namespace
+
 void StartLog() {
     gLog = std::make_unique<clsPrintLog>(WorkFolder, ContinuedAfterRestart);
     // Bad input is worth a line whether or not the optional lines are on.
@@ -17,11 +22,11 @@ void StartLog() {
 }
 
 void LogIfEnabled(const std::string& text) {
-    if (LogEnabled && gLog) gLog->PrintLog(text + " ");
+    if (LoggingOn() && gLog) gLog->PrintLog(text + " ");
 }
 
 void LogHeading(const std::string& text) {
-    if (!LogEnabled || !gLog) return;
+    if (!LoggingOn() || !gLog) return;
     gLog->PrintLog("");
     gLog->PrintLog(LogRule());
     gLog->PrintLog(text + ":");

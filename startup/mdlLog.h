@@ -1,7 +1,7 @@
 #pragma once
 // Writing to the setup log from anywhere in the program. Which lines are written is switched
-// by LogEnabled (Globals): the settings set it from CreateLogFile in Setups.ini or the /log
-// switch; it is off until then. The log itself (its backups and header) is made either way.
+// by the settings (CreateLogFile in Setups.ini, or the /log switch); before the settings
+// exist nothing is. The log itself (its backups and header) is made either way.
 #include <string>
 
 namespace tovel {

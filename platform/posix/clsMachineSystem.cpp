@@ -6,6 +6,7 @@
 
 #include "platform/clsWindowsPath.h"
 #include "platform/posix/clsDateFormat.h"
+#include "platform/posix/clsHostFile.h"
 
 namespace tovel {
 
@@ -55,6 +56,15 @@ bool clsMachineSystem::Restart(uint32_t /*flags*/) {
     }
     onRestart_();
     return true;
+}
+
+void clsMachineSystem::EndProcess(uint32_t exitCode) {
+    if (const char* file = std::getenv("TOVEL_EXIT_CODE_FILE"); file != nullptr && *file != 0) {
+        std::string error;
+        (void)clsHostFile::WriteAtomic(file, std::to_string(exitCode) + "\n", error);
+    }
+    std::fflush(nullptr);
+    std::exit(static_cast<int>(exitCode & 0xFF));
 }
 
 std::string clsMachineSystem::LongDate(const LocalTime& time) {

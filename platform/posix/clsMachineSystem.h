@@ -33,6 +33,9 @@ public:
     std::vector<std::string> Fonts() override;
     bool EnableShutdownPrivilege() override;
     bool Restart(uint32_t flags) override;
+    /// Host exit statuses have 8 bits; a program started on the machine also leaves its full
+    /// code in TOVEL_EXIT_CODE_FILE for the program that waits for it.
+    [[noreturn]] void EndProcess(uint32_t exitCode) override;
     std::string LongDate(const LocalTime& time) override;
     std::string LongTime(const LocalTime& time) override;
 

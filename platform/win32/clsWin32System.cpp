@@ -1,5 +1,7 @@
 #include "platform/win32/clsWin32System.h"
 
+#include <cstdio>
+
 #include "platform/win32/Win32Headers.h"
 
 #include <set>
@@ -210,6 +212,11 @@ bool clsWin32System::EnableShutdownPrivilege() {
 }
 
 bool clsWin32System::Restart(uint32_t flags) { return ExitWindowsEx(flags, kReasonPlannedInstallation) != 0; }
+
+void clsWin32System::EndProcess(uint32_t exitCode) {
+    std::fflush(nullptr);
+    ExitProcess(exitCode);
+}
 
 std::string clsWin32System::LongDate(const LocalTime& time) {
     if (time.year < 1601 || time.year > 30827 || time.month < 1 || time.month > 12 || time.day < 1 ||

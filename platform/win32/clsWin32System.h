@@ -21,6 +21,7 @@ public:
     std::vector<std::string> Fonts() override;
     bool EnableShutdownPrivilege() override;
     bool Restart(uint32_t flags) override;
+    [[noreturn]] void EndProcess(uint32_t exitCode) override;
     std::string LongDate(const LocalTime& time) override;
     std::string LongTime(const LocalTime& time) override;
 };

@@ -77,7 +77,13 @@ void ResetLogState() {
     gLog.reset();
     WorkFolder.clear();
     ContinuedAfterRestart = false;
-    LogEnabled = false;
+    gSetupsIni.reset();
+}
+
+// The log switch lives in the settings; a disc without Setups.ini leaves every other default.
+void SwitchLogging(bool on) {
+    if (!gSetupsIni) gSetupsIni = std::make_unique<clsSetupsIni>();
+    gSetupsIni->SetCreateLogFile(on);
 }
 
 class PrintLog : public test::BedFixture {
@@ -174,7 +180,7 @@ TEST_F(PrintLog, SwitchDecidesOnlyTheOptionalLines) {
     EXPECT_FALSE(clsRegistry().InitWithRegPath("HKEY_CLASSES_ROOT\\.txt"));
     EXPECT_NE(Lines(Read(LogPath())).back().find("HKEY_CLASSES_ROOT\\.txt"), std::string::npos);
 
-    LogEnabled = true;
+    SwitchLogging(true);
     LogIfEnabled("Product found");
     LogHeading("Installing");
     const auto lines = Lines(Read(LogPath()));
@@ -203,7 +209,7 @@ TEST_F(PrintLog, UnwritableLogIsSkippedSilently) {
     // A work folder that does not exist.
     WorkFolder = bed_->folder + "missing\\deeper\\";
     RunSetup("lost");
-    LogEnabled = true;
+    SwitchLogging(true);
     LogHeading("lost");
     EXPECT_FALSE(Files().FolderExists(WorkFolder));
 
@@ -270,7 +276,7 @@ TEST_F(PrintLogMachine, ReadOnlyDriveKeepsEverythingAndSaysNothing) {
     MessageCounter messages;
     {
         test::clsWithoutPermissionOverride readOnly;
-        LogEnabled = true;
+        SwitchLogging(true);
         RunSetup("this run");
         LogIfEnabled("more");
         LogHeading("Heading");

@@ -1,0 +1,625 @@
+#include "settings/clsIniText.h"
+
+#include <algorithm>
+#include <limits>
+
+#include "common/clsCodePage.h"
+#include "platform/clsUtf8.h"
+#include "platform/clsWindowsPath.h"
+
+namespace tovel {
+
+namespace {
+
+constexpr std::string_view kReplacement = "\xEF\xBF\xBD";  // U+FFFD
+
+bool IsBlank(char c) { return c == ' ' || c == '\t'; }
+
+bool IsAscii(std::string_view text) {
+    return std::all_of(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+}
+
+struct RawLine {
+    size_t begin = 0;
+    size_t length = 0;
+    uint8_t end = 0;   // 0 none, 1 CR LF, 2 LF, 3 CR (the order of clsIniText::End)
+};
+
+// Lines of 8-bit text. CR and LF are never part of a multi-byte character in the ANSI code
+// pages, so the bytes can be split before they are decoded.
+std::vector<RawLine> SplitBytes(std::string_view body) {
+    std::vector<RawLine> lines;
+    size_t start = 0;
+    for (size_t i = 0; i < body.size();) {
+        const char c = body[i];
+        if (c != '\r' && c != '\n') {
+            ++i;
+            continue;
+        }
+        const bool crLf = c == '\r' && i + 1 < body.size() && body[i + 1] == '\n';
+        lines.push_back({start, i - start, static_cast<uint8_t>(crLf ? 1 : c == '\n' ? 2 : 3)});
+        i += crLf ? 2 : 1;
+        start = i;
+    }
+    if (start < body.size()) lines.push_back({start, body.size() - start, 0});
+    return lines;
+}
+
+uint32_t UnitAt(std::string_view body, size_t i, bool bigEndian) {
+    const auto a = static_cast<unsigned char>(body[i]);
+    const auto b = static_cast<unsigned char>(body[i + 1]);
+    return bigEndian ? (static_cast<uint32_t>(a) << 8) | b : (static_cast<uint32_t>(b) << 8) | a;
+}
+
+// Lines of UTF-16 text (an even number of bytes), in bytes.
+std::vector<RawLine> SplitUtf16(std::string_view body, bool bigEndian) {
+    std::vector<RawLine> lines;
+    size_t start = 0;
+    for (size_t i = 0; i + 1 < body.size();) {
+        const uint32_t unit = UnitAt(body, i, bigEndian);
+        if (unit != '\r' && unit != '\n') {
+            i += 2;
+            continue;
+        }
+        const bool crLf = unit == '\r' && i + 3 < body.size() && UnitAt(body, i + 2, bigEndian) == '\n';
+        lines.push_back({start, i - start, static_cast<uint8_t>(crLf ? 1 : unit == '\n' ? 2 : 3)});
+        i += crLf ? 4 : 2;
+        start = i;
+    }
+    if (start < body.size()) lines.push_back({start, body.size() - start, 0});
+    return lines;
+}
+
+// UTF-16 to UTF-8; a lone surrogate becomes U+FFFD and makes the answer false.
+bool DecodeUtf16(std::string_view bytes, bool bigEndian, std::string& out) {
+    bool valid = true;
+    out.reserve(bytes.size());
+    for (size_t i = 0; i + 1 < bytes.size(); i += 2) {
+        uint32_t unit = UnitAt(bytes, i, bigEndian);
+        if (unit >= 0xD800 && unit <= 0xDBFF && i + 3 < bytes.size()) {
+            const uint32_t low = UnitAt(bytes, i + 2, bigEndian);
+            if (low >= 0xDC00 && low <= 0xDFFF) {
+                clsUtf8::Append(0x10000 + ((unit - 0xD800) << 10) + (low - 0xDC00), out);
+                i += 2;
+                continue;
+            }
+        }
+        if (unit >= 0xD800 && unit <= 0xDFFF) {
+            valid = false;
+            unit = 0xFFFD;
+        }
+        clsUtf8::Append(unit, out);
+    }
+    return valid;
+}
+
+std::string EncodeUtf16(std::string_view text, bool bigEndian) {
+    std::string out;
+    out.reserve(text.size() * 2);
+    auto put = [&](uint32_t unit) {
+        const auto high = static_cast<char>((unit >> 8) & 0xFF);
+        const auto low = static_cast<char>(unit & 0xFF);
+        out += bigEndian ? high : low;
+        out += bigEndian ? low : high;
+    };
+    for (size_t i = 0; i < text.size();) {
+        const uint32_t cp = clsUtf8::NextLenient(text, i);
+        if (cp >= 0x10000) {
+            put(0xD800 + ((cp - 0x10000) >> 10));
+            put(0xDC00 + ((cp - 0x10000) & 0x3FF));
+        } else {
+            put(cp);
+        }
+    }
+    return out;
+}
+
+// UTF-8 as far as it is valid; each byte that starts no character becomes U+FFFD.
+std::string LenientUtf8(std::string_view bytes) {
+    std::string out;
+    for (size_t i = 0; i < bytes.size();) {
+        size_t next = i;
+        if (const auto cp = clsUtf8::Next(bytes, next)) {
+            out.append(bytes.substr(i, next - i));
+            i = next;
+        } else {
+            out += kReplacement;
+            ++i;
+        }
+    }
+    return out;
+}
+
+// A line of a code page with bytes the code page does not define: each character that
+// converts on its own (one byte, or a lead and a trail byte) is kept, the rest is U+FFFD.
+std::string LenientAnsi(std::string_view bytes, uint32_t codePage) {
+    std::string out;
+    for (size_t i = 0; i < bytes.size();) {
+        if (static_cast<unsigned char>(bytes[i]) < 0x80) {
+            out += bytes[i++];
+            continue;
+        }
+        bool done = false;
+        for (size_t length = 1; length <= 2 && i + length <= bytes.size() && !done; ++length) {
+            const auto one = clsCodePage::ToUtf8(bytes.substr(i, length), codePage);
+            if (one && !one->empty()) {
+                out += *one;
+                i += length;
+                done = true;
+            }
+        }
+        if (!done) {
+            out += kReplacement;
+            ++i;
+        }
+    }
+    return out;
+}
+
+// The first maxChars characters of UTF-8 text (a byte that starts no character counts as one).
+std::string_view CutChars(std::string_view text, size_t maxChars) {
+    size_t chars = 0;
+    for (size_t i = 0; i < text.size(); ++i) {
+        if ((static_cast<unsigned char>(text[i]) & 0xC0) == 0x80) continue;
+        if (chars++ == maxChars) return text.substr(0, i);
+    }
+    return text;
+}
+
+// One pair of the same quote around a value of two or more characters goes.
+std::string_view Unquoted(std::string_view value) {
+    if (value.size() >= 2 && (value.front() == '"' || value.front() == '\'') && value.back() == value.front()) {
+        return value.substr(1, value.size() - 2);
+    }
+    return value;
+}
+
+std::string EncodingName(IniEncoding encoding, uint32_t codePage) {
+    switch (encoding) {
+    case IniEncoding::Utf8: return "UTF-8";
+    case IniEncoding::Utf16Le: return "UTF-16 LE";
+    case IniEncoding::Utf16Be: return "UTF-16 BE";
+    case IniEncoding::Ansi: break;
+    }
+    return "code page " + std::to_string(codePage);
+}
+
+std::string LineList(const std::vector<size_t>& numbers) {
+    std::string text = "line " + std::to_string(numbers.front());
+    if (numbers.size() > 1) text += " (and " + std::to_string(numbers.size() - 1) + " more)";
+    return text;
+}
+
+bool HasLineBreakOrNul(std::string_view text) { return text.find_first_of(std::string_view("\r\n\0", 3)) != std::string_view::npos; }
+
+} // namespace
+
+clsIniText::clsIniText(uint32_t ansiCodePage) : ansiCodePage_(ansiCodePage) {}
+
+std::string_view clsIniText::Trim(std::string_view text) {
+    size_t begin = 0;
+    size_t end = text.size();
+    while (begin < end && IsBlank(text[begin])) ++begin;
+    while (end > begin && IsBlank(text[end - 1])) --end;
+    return text.substr(begin, end - begin);
+}
+
+std::string clsIniText::FoldName(std::string_view name) {
+    name = Trim(name);
+    if (!IsAscii(name)) return clsWindowsPath::FoldCase(name);
+    std::string out(name);
+    for (char& c : out) {
+        if (c >= 'a' && c <= 'z') c = static_cast<char>(c - 'a' + 'A');
+    }
+    return out;
+}
+
+int32_t clsIniText::ProfileInt(std::string_view value) {
+    size_t i = 0;
+    while (i < value.size() && static_cast<unsigned char>(value[i]) <= ' ') ++i;
+    bool negative = false;
+    if (i < value.size() && (value[i] == '-' || value[i] == '+')) negative = value[i++] == '-';
+    uint32_t base = 10;
+    if (value.size() - i >= 2 && value[i] == '0') {
+        const char prefix = value[i + 1];
+        base = prefix == 'x' ? 16 : prefix == 'o' ? 8 : prefix == 'b' ? 2 : 10;
+        if (base != 10) i += 2;
+    }
+    uint32_t total = 0;
+    for (; i < value.size(); ++i) {
+        const char c = value[i];
+        const uint32_t digit = c >= '0' && c <= '9'   ? static_cast<uint32_t>(c - '0')
+                               : c >= 'a' && c <= 'f' ? static_cast<uint32_t>(c - 'a' + 10)
+                               : c >= 'A' && c <= 'F' ? static_cast<uint32_t>(c - 'A' + 10)
+                                                      : 99;
+        if (digit >= base) break;
+        total = total * base + digit;   // wraps at 2^32, as the Windows conversion does
+    }
+    if (negative) return 0;
+    return static_cast<int32_t>(total);
+}
+
+void clsIniText::Classify(Line& line) {
+    const std::string& t = line.text;
+    line.kind = Kind::Blank;
+    line.nameBegin = line.nameLength = line.valueBegin = line.valueLength = 0;
+    if (t.size() > std::numeric_limits<uint32_t>::max()) {
+        line.kind = Kind::Text;
+        return;
+    }
+    const size_t n = t.size();
+    size_t p = 0;
+    while (p < n && IsBlank(t[p])) ++p;
+    if (p == n) return;
+    // A range [begin, end) trimmed of blanks, then cut at a NUL as a C string would be.
+    auto range = [&](size_t begin, size_t end, uint32_t& outBegin, uint32_t& outLength) {
+        while (begin < end && IsBlank(t[begin])) ++begin;
+        while (end > begin && IsBlank(t[end - 1])) --end;
+        const size_t nul = t.find('\0', begin);
+        if (nul < end) end = nul;
+        outBegin = static_cast<uint32_t>(begin);
+        outLength = static_cast<uint32_t>(end - begin);
+    };
+    if (t[p] == ';') {
+        line.kind = Kind::Comment;
+        return;
+    }
+    if (t[p] == '[') {
+        const size_t close = t.rfind(']');
+        if (close != std::string::npos && close > p) {
+            line.kind = Kind::Header;
+            range(p + 1, close, line.nameBegin, line.nameLength);
+            return;
+        }
+    }
+    const size_t eq = t.find('=', p);
+    if (eq == std::string::npos) {
+        line.kind = Kind::Text;
+        range(p, n, line.nameBegin, line.nameLength);
+        return;
+    }
+    line.kind = Kind::Entry;
+    range(p, eq, line.nameBegin, line.nameLength);
+    size_t valueBegin = eq + 1;
+    while (valueBegin < n && IsBlank(t[valueBegin])) ++valueBegin;
+    range(valueBegin, n, line.valueBegin, line.valueLength);
+}
+
+clsIniText clsIniText::Parse(std::string_view bytes, uint32_t ansiCodePage, std::vector<std::string>& warnings) {
+    clsIniText ini(ansiCodePage);
+    size_t bomLength = 0;
+    if (bytes.substr(0, 3) == "\xEF\xBB\xBF") {
+        ini.encoding_ = IniEncoding::Utf8;
+        bomLength = 3;
+    } else if (bytes.substr(0, 2) == "\xFF\xFE") {
+        ini.encoding_ = IniEncoding::Utf16Le;
+        bomLength = 2;
+    } else if (bytes.substr(0, 2) == "\xFE\xFF") {
+        ini.encoding_ = IniEncoding::Utf16Be;
+        bomLength = 2;
+    }
+    ini.bom_ = std::string(bytes.substr(0, bomLength));
+    std::string_view body = bytes.substr(bomLength);
+    const bool utf16 = ini.encoding_ == IniEncoding::Utf16Le || ini.encoding_ == IniEncoding::Utf16Be;
+    if (utf16 && body.size() % 2 != 0) {
+        ini.tail_ = std::string(body.substr(body.size() - 1));
+        body.remove_suffix(1);
+        warnings.push_back("ends in half a UTF-16 character; that byte is kept but not read");
+    }
+    const bool bigEndian = ini.encoding_ == IniEncoding::Utf16Be;
+    const auto raw = utf16 ? SplitUtf16(body, bigEndian) : SplitBytes(body);
+    ini.lines_.resize(raw.size());
+
+    // Most files are ASCII, or convert as a whole; only otherwise is each line decoded alone.
+    std::optional<std::string> whole;
+    std::vector<RawLine> wholeLines;
+    if (ini.encoding_ == IniEncoding::Ansi && !IsAscii(body)) {
+        whole = clsCodePage::ToUtf8(body, ansiCodePage);
+        if (whole) wholeLines = SplitBytes(*whole);
+        const bool sameShape = whole && wholeLines.size() == raw.size() &&
+                               std::equal(raw.begin(), raw.end(), wholeLines.begin(),
+                                          [](const RawLine& a, const RawLine& b) { return a.end == b.end; });
+        if (!sameShape) whole.reset();
+    }
+    const bool utf8Valid = ini.encoding_ == IniEncoding::Utf8 && clsCodePage::IsUtf8(body);
+
+    std::vector<size_t> badLines, nulLines, longLines;
+    for (size_t i = 0; i < raw.size(); ++i) {
+        Line& line = ini.lines_[i];
+        const std::string_view bytesOfLine = body.substr(raw[i].begin, raw[i].length);
+        line.end = static_cast<End>(raw[i].end);
+        bool valid = true;
+        if (utf16) {
+            valid = DecodeUtf16(bytesOfLine, bigEndian, line.text);
+        } else if (ini.encoding_ == IniEncoding::Utf8) {
+            valid = utf8Valid || clsCodePage::IsUtf8(bytesOfLine);
+            line.text = valid ? std::string(bytesOfLine) : LenientUtf8(bytesOfLine);
+        } else if (whole) {
+            line.text = whole->substr(wholeLines[i].begin, wholeLines[i].length);
+        } else if (IsAscii(bytesOfLine)) {
+            line.text = std::string(bytesOfLine);
+        } else if (auto converted = clsCodePage::ToUtf8(bytesOfLine, ansiCodePage)) {
+            line.text = std::move(*converted);
+        } else {
+            line.text = LenientAnsi(bytesOfLine, ansiCodePage);
+            valid = false;
+        }
+        line.rawIsText = line.text == bytesOfLine;
+        if (!line.rawIsText) line.raw = std::string(bytesOfLine);
+        Classify(line);
+        if (!valid) badLines.push_back(i + 1);
+        if (line.text.find('\0') != std::string::npos) nulLines.push_back(i + 1);
+        if (line.kind == Kind::Entry && line.valueLength > kMaxValueChars &&
+            CutChars(Unquoted(line.Val()), kMaxValueChars).size() < Unquoted(line.Val()).size()) {
+            longLines.push_back(i + 1);
+        }
+    }
+    if (!raw.empty() && raw.front().end != 0) ini.newLine_ = static_cast<End>(raw.front().end);
+    if (!badLines.empty()) {
+        warnings.push_back(LineList(badLines) + " is not valid text in " + EncodingName(ini.encoding_, ansiCodePage) +
+                           "; characters that cannot be read count as U+FFFD, and the bytes stay as they are");
+    }
+    if (!nulLines.empty()) warnings.push_back(LineList(nulLines) + " holds a NUL byte; its name or value ends there");
+    if (!longLines.empty()) {
+        warnings.push_back(LineList(longLines) + " holds a value longer than " + std::to_string(kMaxValueChars) +
+                           " characters; reads give its first " + std::to_string(kMaxValueChars));
+    }
+    ini.Reindex();
+    return ini;
+}
+
+void clsIniText::Reindex() {
+    sections_.clear();
+    firstBlock_.clear();
+    keys_.clear();
+    const auto headers = std::count_if(lines_.begin(), lines_.end(), [](const Line& l) { return l.kind == Kind::Header; });
+    sections_.reserve(static_cast<size_t>(headers));
+    firstBlock_.reserve(static_cast<size_t>(headers));
+    for (size_t i = 0; i < lines_.size(); ++i) {
+        if (lines_[i].kind != Kind::Header) continue;
+        if (!sections_.empty()) sections_.back().end = i;
+        sections_.push_back({i, lines_.size()});
+        if (lines_[i].nameLength > 0) firstBlock_.try_emplace(FoldName(lines_[i].Name()), sections_.size() - 1);
+    }
+}
+
+const clsIniText::Section* clsIniText::FirstBlock(std::string_view section) const {
+    const std::string folded = FoldName(section);
+    if (folded.empty()) return nullptr;
+    const auto it = firstBlock_.find(folded);
+    return it == firstBlock_.end() ? nullptr : &sections_[it->second];
+}
+
+std::optional<size_t> clsIniText::FindKey(const Section& section, std::string_view key) const {
+    const std::string folded = FoldName(key);
+    if (folded.empty()) return std::nullopt;
+    auto [block, added] = keys_.try_emplace(section.header);
+    KeyIndex& keys = block->second;
+    if (added) {
+        for (size_t i = section.header + 1; i < section.end; ++i) {
+            if (lines_[i].kind == Kind::Entry) keys.try_emplace(FoldName(lines_[i].Name()), i);
+        }
+    }
+    const auto it = keys.find(folded);
+    if (it == keys.end()) return std::nullopt;
+    return it->second;
+}
+
+std::optional<std::string> clsIniText::Value(std::string_view section, std::string_view key) const {
+    const Section* block = FirstBlock(section);
+    if (block == nullptr) return std::nullopt;
+    const auto index = FindKey(*block, key);
+    if (!index) return std::nullopt;
+    return std::string(CutChars(Unquoted(lines_[*index].Val()), kMaxValueChars));
+}
+
+std::vector<std::string> clsIniText::SectionNames() const {
+    std::vector<std::string> names;
+    names.reserve(sections_.size());
+    for (const auto& section : sections_) {
+        const auto name = lines_[section.header].Name();
+        if (!name.empty()) names.emplace_back(name);
+    }
+    return names;
+}
+
+std::vector<IniEntry> clsIniText::Entries(std::string_view section) const {
+    std::vector<IniEntry> entries;
+    const Section* block = FirstBlock(section);
+    if (block == nullptr) return entries;
+    for (size_t i = block->header + 1; i < block->end; ++i) {
+        const Line& line = lines_[i];
+        if (line.kind == Kind::Entry) entries.push_back({std::string(line.Name()), std::string(line.Val())});
+        if (line.kind == Kind::Text) entries.push_back({std::string(line.Name()), std::string()});
+    }
+    return entries;
+}
+
+bool clsIniText::HasSection(std::string_view section) const { return FirstBlock(section) != nullptr; }
+
+std::string clsIniText::EndBytes(End end) const {
+    std::string_view eight;
+    switch (end) {
+    case End::None: return {};
+    case End::CrLf: eight = "\r\n"; break;
+    case End::Lf: eight = "\n"; break;
+    case End::Cr: eight = "\r"; break;
+    }
+    if (encoding_ == IniEncoding::Utf16Le || encoding_ == IniEncoding::Utf16Be) {
+        return EncodeUtf16(eight, encoding_ == IniEncoding::Utf16Be);
+    }
+    return std::string(eight);
+}
+
+std::string clsIniText::EncodeText(std::string_view text) const {
+    switch (encoding_) {
+    case IniEncoding::Utf8: return std::string(text);
+    case IniEncoding::Utf16Le:
+    case IniEncoding::Utf16Be: return EncodeUtf16(text, encoding_ == IniEncoding::Utf16Be);
+    case IniEncoding::Ansi: break;
+    }
+    if (IsAscii(text)) return std::string(text);
+    if (auto bytes = clsCodePage::FromUtf8(text, ansiCodePage_)) return std::move(*bytes);
+    // A code page the machine cannot convert: what is not ASCII becomes "?", as a character
+    // the code page lacks does.
+    std::string bytes;
+    for (size_t i = 0; i < text.size();) {
+        const uint32_t cp = clsUtf8::NextLenient(text, i);
+        bytes += cp < 0x80 ? static_cast<char>(cp) : '?';
+    }
+    return bytes;
+}
+
+std::string clsIniText::DecodeBack(std::string_view bytes, std::string_view text) const {
+    if (encoding_ != IniEncoding::Ansi) return std::string(text);
+    if (IsAscii(bytes)) return std::string(bytes);
+    if (auto back = clsCodePage::ToUtf8(bytes, ansiCodePage_)) return std::move(*back);
+    return LenientAnsi(bytes, ansiCodePage_);
+}
+
+bool clsIniText::Writable(std::string_view name) const { return DecodeBack(EncodeText(name), name) == name; }
+
+void clsIniText::SetLine(Line& line, std::string text, std::string raw) {
+    line.rawIsText = raw == text;
+    line.raw = line.rawIsText ? std::string() : std::move(raw);
+    line.text = std::move(text);
+    Classify(line);
+}
+
+std::string clsIniText::RawPrefix(const Line& line) const {
+    if (line.rawIsText) return line.text.substr(0, line.valueBegin);
+    // Up to the first "=" and the blanks after it, in the file's own bytes: "=" and blanks
+    // are never part of another character.
+    const bool utf16 = encoding_ == IniEncoding::Utf16Le || encoding_ == IniEncoding::Utf16Be;
+    const size_t step = utf16 ? 2 : 1;
+    auto unit = [&](size_t i) { return utf16 ? UnitAt(line.raw, i, encoding_ == IniEncoding::Utf16Be) : static_cast<unsigned char>(line.raw[i]); };
+    size_t i = 0;
+    while (i + step <= line.raw.size() && unit(i) != '=') i += step;
+    if (i + step <= line.raw.size()) i += step;
+    while (i + step <= line.raw.size() && (unit(i) == ' ' || unit(i) == '\t')) i += step;
+    return line.raw.substr(0, i);
+}
+
+clsIniText::Line clsIniText::MakeLine(const std::string& text) const {
+    Line line;
+    std::string raw = EncodeText(text);
+    std::string back = DecodeBack(raw, text);
+    SetLine(line, std::move(back), std::move(raw));
+    line.end = newLine_;
+    return line;
+}
+
+void clsIniText::InsertLine(size_t at, Line line) {
+    if (at > 0 && lines_[at - 1].end == End::None) lines_[at - 1].end = newLine_;
+    // A lone CR before an empty LF line would read back as one CR LF, and the blank line would go.
+    if (line.end == End::Cr && at < lines_.size() && lines_[at].text.empty() && lines_[at].end == End::Lf) {
+        line.end = End::CrLf;
+    }
+    lines_.insert(lines_.begin() + static_cast<std::ptrdiff_t>(at), std::move(line));
+}
+
+bool clsIniText::SetValue(std::string_view section, std::string_view key, std::string_view value, std::string& error) {
+    error.clear();
+    const std::string_view sectionName = Trim(section);
+    const std::string_view keyName = Trim(key);
+    if (sectionName.empty()) error = "no section name";
+    else if (keyName.empty()) error = "no key name";
+    else if (HasLineBreakOrNul(section) || HasLineBreakOrNul(key) || HasLineBreakOrNul(value))
+        error = "a line break or NUL in the section, key or value";
+    else if (keyName.find('=') != std::string_view::npos || keyName.front() == ';' || keyName.front() == '[')
+        error = "the key name \"" + std::string(keyName) + "\" would not read back as a key";
+    else if (!clsCodePage::IsUtf8(section) || !clsCodePage::IsUtf8(key) || !clsCodePage::IsUtf8(value))
+        error = "text that is not UTF-8";
+    if (!error.empty()) return false;
+
+    const Section* block = FirstBlock(sectionName);
+    const auto index = block != nullptr ? FindKey(*block, keyName) : std::nullopt;
+    const std::string cannot = " cannot be written in " + EncodingName(encoding_, ansiCodePage_);
+    if (block == nullptr && !Writable(sectionName)) error = "the section name" + cannot;
+    else if (!index && !Writable(keyName)) error = "the key name" + cannot;
+    if (!error.empty()) return false;
+
+    const std::string entry = std::string(keyName) + "=" + std::string(value);
+    if (block == nullptr) {
+        InsertLine(lines_.size(), MakeLine("[" + std::string(sectionName) + "]"));
+        InsertLine(lines_.size(), MakeLine(entry));
+        Reindex();
+        return true;
+    }
+    if (index) {
+        // Only the value changes, so the line stays an entry of the same key (it cannot start
+        // with "[", which a key name may not) and the index stays valid. A character the code
+        // page lacks is read back as what was written for it.
+        Line& line = lines_[*index];
+        const std::string valueBytes = EncodeText(value);
+        std::string raw = RawPrefix(line) + valueBytes;
+        if (raw == (line.rawIsText ? line.text : line.raw)) return false;
+        SetLine(line, line.text.substr(0, line.valueBegin) + DecodeBack(valueBytes, value), std::move(raw));
+        return true;
+    }
+    size_t at = block->header + 1;
+    for (size_t i = block->header + 1; i < block->end; ++i) {
+        if (lines_[i].kind == Kind::Entry || lines_[i].kind == Kind::Text) at = i + 1;
+    }
+    InsertLine(at, MakeLine(entry));
+    Reindex();
+    return true;
+}
+
+bool clsIniText::RemoveKey(std::string_view section, std::string_view key) {
+    const std::string sectionName = FoldName(section);
+    const std::string keyName = FoldName(key);
+    if (sectionName.empty() || keyName.empty()) return false;
+    std::vector<bool> drop(lines_.size(), false);
+    bool any = false;
+    for (const auto& block : sections_) {
+        if (FoldName(lines_[block.header].Name()) != sectionName) continue;
+        for (size_t i = block.header + 1; i < block.end; ++i) {
+            if (lines_[i].kind == Kind::Entry && FoldName(lines_[i].Name()) == keyName) any = drop[i] = true;
+        }
+    }
+    if (any) DropLines(drop);
+    return any;
+}
+
+bool clsIniText::RemoveSection(std::string_view section) {
+    const std::string sectionName = FoldName(section);
+    if (sectionName.empty()) return false;
+    std::vector<bool> drop(lines_.size(), false);
+    bool any = false;
+    for (const auto& block : sections_) {
+        if (FoldName(lines_[block.header].Name()) != sectionName) continue;
+        std::fill(drop.begin() + static_cast<std::ptrdiff_t>(block.header), drop.begin() + static_cast<std::ptrdiff_t>(block.end), true);
+        any = true;
+    }
+    if (any) DropLines(drop);
+    return any;
+}
+
+void clsIniText::DropLines(const std::vector<bool>& drop) {
+    size_t kept = 0;
+    for (size_t i = 0; i < lines_.size(); ++i) {
+        if (drop[i]) continue;
+        if (kept != i) lines_[kept] = std::move(lines_[i]);
+        ++kept;
+    }
+    lines_.resize(kept);
+    Reindex();
+}
+
+std::string clsIniText::Bytes() const {
+    size_t size = bom_.size() + tail_.size();
+    for (const auto& line : lines_) size += (line.rawIsText ? line.text.size() : line.raw.size()) + 4;
+    std::string out;
+    out.reserve(size);
+    out += bom_;
+    const std::string ends[] = {EndBytes(End::None), EndBytes(End::CrLf), EndBytes(End::Lf), EndBytes(End::Cr)};
+    for (const auto& line : lines_) {
+        out += line.rawIsText ? line.text : line.raw;
+        out += ends[static_cast<size_t>(line.end)];
+    }
+    out += tail_;
+    return out;
+}
+
+} // namespace tovel

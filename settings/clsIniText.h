@@ -1,0 +1,147 @@
+#pragma once
+// The text of one INI file in memory, read and changed the way the Windows profile functions
+// (GetPrivateProfileString and its kin) read and change it, but with no file and no Windows
+// behind it: clsIniFile feeds it the bytes and writes back what Bytes() gives.
+//
+// Reading:
+//   - A file starting with EF BB BF is UTF-8, with FF FE UTF-16 LE, with FE FF UTF-16 BE;
+//     any other file is in the ANSI code page given to Parse. Lines end in CR LF, LF or a lone
+//     CR; the last line needs no line end.
+//   - "[name]" (blanks before "[" allowed) starts a section; the name runs to the last "]" of
+//     the line and is trimmed of blanks and tabs. A "[" line without "]" is an ordinary line.
+//   - A line whose first non-blank character is ";" is a comment. Other lines are entries:
+//     the name runs to the first "=" and the value follows it, both trimmed of blanks and
+//     tabs. A line without "=" is listed by Entries but is no key.
+//   - Names compare without regard to case (as Windows compares file names). Where a section
+//     appears twice only its first block is read, and where a key appears twice in that block
+//     only its first line. Lines before the first section belong to no section.
+//   - Value() strips one pair of matching quotes (" or ') around a value of two or more
+//     characters and cuts it to kMaxValueChars characters, as GetPrivateProfileString with a
+//     buffer of kBufferChars does. A NUL byte ends a name or value as it ends a C string.
+//   - Text that is not valid in its encoding is read as far as it goes (a character that
+//     cannot be read becomes U+FFFD) and told in a warning; its bytes are kept as they are.
+//
+// Changing: only the lines concerned change; every other line, its line end, the byte-order
+// mark and bytes that are not valid text are written back byte for byte. New lines take the
+// line end of the file's first line (CR LF in a file that has none) and the file's encoding.
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+namespace tovel {
+
+enum class IniEncoding : uint8_t { Ansi, Utf8, Utf16Le, Utf16Be };
+
+/// One line of a section as GetPrivateProfileSection lists it, split at its first "=".
+struct IniEntry {
+    std::string key;
+    std::string value;   ///< as written, quotes kept; "" for a line without "="
+    bool operator==(const IniEntry&) const = default;
+};
+
+class clsIniText {
+public:
+    /// The value buffer the profile functions are given: values keep at most one character
+    /// less than this.
+    static constexpr size_t kBufferChars = 2048;
+    static constexpr size_t kMaxValueChars = kBufferChars - 1;
+
+    /// An empty file in the ANSI code page.
+    explicit clsIniText(uint32_t ansiCodePage = 1252);
+
+    /// Reads a file's bytes. Each problem found adds one line (without the file name) to
+    /// warnings; nothing is ever refused.
+    [[nodiscard]] static clsIniText Parse(std::string_view bytes, uint32_t ansiCodePage,
+                                          std::vector<std::string>& warnings);
+
+    /// The value as GetPrivateProfileString gives it; nullopt when the section or key is missing.
+    [[nodiscard]] std::optional<std::string> Value(std::string_view section, std::string_view key) const;
+    /// The names of all sections in file order, a name that appears twice twice; "[]" is left out.
+    [[nodiscard]] std::vector<std::string> SectionNames() const;
+    /// The entries of the first block of a section; comment and blank lines are left out.
+    [[nodiscard]] std::vector<IniEntry> Entries(std::string_view section) const;
+    [[nodiscard]] bool HasSection(std::string_view section) const;
+
+    /// Sets a key: its line in the first block is rewritten after the "=" (the blanks that
+    /// followed the "=" stay); a new key goes after the last entry of that block, a new
+    /// section at the end of the file. True if the text changed. What would not read back
+    /// (a line break or NUL, a key name with "=" or starting with ";" or "[", a name the
+    /// encoding cannot hold) is refused with the reason in error; a character of a value the
+    /// code page lacks is written, and from then on read, as "?".
+    bool SetValue(std::string_view section, std::string_view key, std::string_view value, std::string& error);
+    /// Removes every line of the key in every block of the section. True if any was removed.
+    bool RemoveKey(std::string_view section, std::string_view key);
+    /// Removes every block of the section, from its "[name]" line to the next section. True
+    /// if any was removed.
+    bool RemoveSection(std::string_view section);
+
+    /// The whole file as bytes in its encoding.
+    [[nodiscard]] std::string Bytes() const;
+
+    /// A value read as GetPrivateProfileInt reads it: blanks, then "+" or "-", then "0x",
+    /// "0o" or "0b" for hexadecimal, octal or binary, then as many digits as there are,
+    /// wrapping at 2^32; no digits give 0. A negative number gives 0, as the function's
+    /// documentation says (Wine gives the negative number).
+    [[nodiscard]] static int32_t ProfileInt(std::string_view value);
+    /// Names as the profile functions compare them: trimmed of blanks and tabs, case folded.
+    [[nodiscard]] static std::string FoldName(std::string_view name);
+    /// The text without blanks and tabs at either end.
+    [[nodiscard]] static std::string_view Trim(std::string_view text);
+
+private:
+    enum class Kind : uint8_t { Blank, Comment, Header, Entry, Text };
+    enum class End : uint8_t { None, CrLf, Lf, Cr };
+
+    struct Line {
+        std::string text;          ///< UTF-8, without the line end
+        std::string raw;           ///< the file's bytes of the line when they differ from text
+        bool rawIsText = true;
+        End end = End::None;
+        Kind kind = Kind::Blank;
+        uint32_t nameBegin = 0, nameLength = 0;    ///< key, or section name, in text
+        uint32_t valueBegin = 0, valueLength = 0;  ///< in text; valueBegin follows "=" and blanks
+        [[nodiscard]] std::string_view Name() const { return std::string_view(text).substr(nameBegin, nameLength); }
+        [[nodiscard]] std::string_view Val() const { return std::string_view(text).substr(valueBegin, valueLength); }
+    };
+
+    struct Section {
+        size_t header = 0;   ///< index of its "[name]" line
+        size_t end = 0;      ///< one past its last line
+    };
+    using KeyIndex = std::unordered_map<std::string, size_t>;   ///< folded key -> first line
+
+    static void Classify(Line& line);
+    void Reindex();
+    [[nodiscard]] const Section* FirstBlock(std::string_view section) const;
+    [[nodiscard]] std::optional<size_t> FindKey(const Section& section, std::string_view key) const;
+    /// Text as bytes in the file's encoding.
+    [[nodiscard]] std::string EncodeText(std::string_view text) const;
+    /// What the bytes EncodeText made of text read back as (they differ only where the code
+    /// page lacks a character).
+    [[nodiscard]] std::string DecodeBack(std::string_view bytes, std::string_view text) const;
+    /// True if a name reads back as written.
+    [[nodiscard]] bool Writable(std::string_view name) const;
+    static void SetLine(Line& line, std::string text, std::string raw);
+    /// The line's bytes up to its value.
+    [[nodiscard]] std::string RawPrefix(const Line& line) const;
+    [[nodiscard]] Line MakeLine(const std::string& text) const;
+    void InsertLine(size_t at, Line line);
+    void DropLines(const std::vector<bool>& drop);
+    [[nodiscard]] std::string EndBytes(End end) const;
+
+    uint32_t ansiCodePage_ = 1252;
+    IniEncoding encoding_ = IniEncoding::Ansi;
+    std::string bom_;
+    std::string tail_;          ///< a last odd byte of a UTF-16 file
+    End newLine_ = End::CrLf;   ///< the line end new lines get
+    std::vector<Line> lines_;
+    std::vector<Section> sections_;                         ///< every "[name]" line, in order
+    std::unordered_map<std::string, size_t> firstBlock_;    ///< folded name -> first of sections_
+    mutable std::unordered_map<size_t, KeyIndex> keys_;     ///< of the blocks read so far, by header line
+};
+
+} // namespace tovel

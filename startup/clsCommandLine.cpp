@@ -1,0 +1,245 @@
+#include "startup/clsCommandLine.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <exception>
+#include <string>
+
+#include "platform/clsPlatform.h"
+#include "startup/Globals.h"
+#include "startup/mdlLog.h"
+
+namespace tovel {
+
+namespace {
+
+constexpr std::string_view kAnswerFile = "Tovel_Auto.ini";
+
+std::string LowerAscii(std::string_view text) {
+    std::string lower(text);
+    for (char& c : lower) {
+        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
+    }
+    return lower;
+}
+
+bool ContainsNoCase(std::string_view text, std::string_view part) {
+    return LowerAscii(text).find(LowerAscii(part)) != std::string::npos;
+}
+
+const char* BoolText(bool value) { return value ? "True" : "False"; }
+
+bool IsDriveLetter(char c) { return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z'); }
+
+// The answer-file path behind "silent=", as far as the next "/". A quote can never be part of
+// a Windows file name, so quotes are dropped wherever the shell left them
+// (/silent="C:\My Answers\Tovel_Auto.ini", "/silent=C:\My Answers\Tovel_Auto.ini"), and so are
+// the blanks that separate it from the next switch.
+std::string AnswerFilePath(std::string_view value) {
+    std::string path;
+    for (char c : value) {
+        if (c != '"') path += c;
+    }
+    const auto first = path.find_first_not_of(" \t");
+    if (first == std::string::npos) return {};
+    const auto last = path.find_last_not_of(" \t");
+    return path.substr(first, last - first + 1);
+}
+
+} // namespace
+
+void clsCommandLine::Start() {
+    analysis_.clear();
+    lower_ = LowerAscii(commandLine_);
+    // The order is fixed: where two switches set the same flag the later one wins. "/test" has
+    // no test of its own: it is part of "/testmode" and must stay without effect.
+    Trap("CheckShowConfig", &clsCommandLine::CheckShowConfig);
+    Trap("CheckDrive", &clsCommandLine::CheckDrive);
+    Trap("CheckLevel", &clsCommandLine::CheckLevel);
+    Trap("CheckComplete", &clsCommandLine::CheckComplete);
+    Trap("CheckBeginEnd", &clsCommandLine::CheckBeginEnd);
+    Trap("CheckReg", &clsCommandLine::CheckReg);
+    Trap("CheckNoReg", &clsCommandLine::CheckNoReg);
+    Trap("CheckLog", &clsCommandLine::CheckLog);
+    Trap("CheckNoVersionCheck", &clsCommandLine::CheckNoVersionCheck);
+    Trap("CheckTestmode", &clsCommandLine::CheckTestmode);
+    Trap("CheckNoOSCheck", &clsCommandLine::CheckNoOSCheck);
+    Trap("CheckRecord", &clsCommandLine::CheckRecord);
+    Trap("CheckSilent", &clsCommandLine::CheckSilent);
+    try {
+        WriteAnalysis();
+    } catch (...) {
+        // A log that cannot be written never stops the setup.
+    }
+}
+
+void clsCommandLine::CheckShowConfig() {
+    if (!Has("/showconfig")) return;
+    ShowConfig = true;
+    AddLine("ShowConfig=True");
+}
+
+void clsCommandLine::CheckDrive() {
+    constexpr std::string_view kSwitch = "/drive=";
+    const auto at = lower_.find(kSwitch);
+    if (at == std::string::npos) return;
+    const auto valueAt = at + kSwitch.size();
+    const char letter = valueAt < commandLine_.size() ? commandLine_[valueAt] : '\0';
+    if (letter == '\\') {
+        AddLine("UNC Pfad wird nicht unterstützt!");
+        return;
+    }
+    if (!IsDriveLetter(letter)) {
+        AddError("CheckDrive", "no drive letter behind /drive=");
+        return;
+    }
+    // Only the process's current drive and folder move; HomePath stays the disc.
+    auto& files = Platform().Files();
+    const std::string root = std::string(1, letter) + ":\\";
+    if (!files.SetCurrentDrive(letter) || !files.SetCurrentFolder(root)) {
+        AddError("CheckDrive", "cannot change to " + root);
+        return;
+    }
+    AddLine("Drive=" + std::string(1, letter));
+}
+
+void clsCommandLine::CheckLevel() {
+    constexpr std::string_view kSwitch = "/level=";
+    const auto at = lower_.find(kSwitch);
+    if (at == std::string::npos) return;
+    const auto valueAt = at + kSwitch.size();
+    const char digit = valueAt < commandLine_.size() ? commandLine_[valueAt] : '\0';
+    const int32_t level = digit >= '0' && digit <= '9' ? digit - '0' : 0;
+    if (!gSetupsIni) {
+        AddError("CheckLevel", "no settings object");
+        return;
+    }
+    gSetupsIni->SetLevel(level);
+    AddLine("Level=" + std::to_string(level));
+}
+
+void clsCommandLine::CheckComplete() {
+    if (!Has("/complete")) return;
+    LorvexScanComplete = true;
+    AddLine("Lorvex Scanmode=-1");
+}
+
+void clsCommandLine::CheckBeginEnd() {
+    if (!Has("/beginend")) return;
+    LorvexScanComplete = false;
+    AddLine("Lorvex Scanmode=0");
+}
+
+void clsCommandLine::CheckReg() {
+    if (!Has("/reg")) return;
+    LorvexAdditionalCommand = "-reg";
+    AddLine("Lorvex AdditionalCommandLine=" + LorvexAdditionalCommand);
+}
+
+void clsCommandLine::CheckNoReg() {
+    if (!Has("/noreg")) return;
+    LorvexAdditionalCommand.clear();
+    AddLine("Lorvex AdditionalCommandLine=" + LorvexAdditionalCommand);
+}
+
+void clsCommandLine::CheckLog() {
+    if (!Has("/log")) return;
+    if (!gSetupsIni) {
+        AddError("CheckLog", "no settings object");
+        return;
+    }
+    gSetupsIni->SetCreateLogFile(true);
+    AddLine(std::string("Log=") + BoolText(gSetupsIni->CreateLogFile()));
+}
+
+void clsCommandLine::CheckNoVersionCheck() {
+    if (!Has("/noversioncheck")) return;
+    NoVersionCheck = true;
+    AddLine("NoVersionCheck=True");
+}
+
+void clsCommandLine::CheckTestmode() {
+    if (!Has("/testmode")) return;
+    Testmode = true;
+    AddLine("Testmode=True");
+}
+
+void clsCommandLine::CheckNoOSCheck() {
+    // The one switch whose absence is a decision too.
+    NoOSCheck = Has("/nooscheck");
+    if (NoOSCheck) AddLine("NoOSCheck=True");
+}
+
+void clsCommandLine::CheckRecord() {
+    if (!Has("/record")) return;
+    RecordMode = true;
+    AddLine("Record=True");
+}
+
+void clsCommandLine::CheckSilent() {
+    auto& system = Platform().System();
+    auto& files = Platform().Files();
+    // An answer file on the disc starts silent mode by itself, switch or not.
+    std::string programFolder = system.ProgramFolder();
+    if (!programFolder.empty() && programFolder.back() == '\\') programFolder.pop_back();
+    const std::string besideProgram = programFolder + "\\" + std::string(kAnswerFile);
+    if (!programFolder.empty() && files.FileExists(besideProgram)) {
+        SilentPath = besideProgram;
+    } else {
+        size_t start = 0;
+        while (start <= commandLine_.size()) {
+            const auto end = std::min(commandLine_.find('/', start), commandLine_.size());
+            const std::string_view piece = std::string_view(commandLine_).substr(start, end - start);
+            start = end + 1;
+            if (!ContainsNoCase(piece, "silent")) continue;
+            const auto equals = piece.find('=');
+            // A bare switch looks in the Windows folder, not on the disc.
+            SilentPath = equals != std::string_view::npos ? AnswerFilePath(piece.substr(equals + 1))
+                                                          : system.WindowsFolder() + std::string(kAnswerFile);
+        }
+    }
+    // Only a file of the answer file's own name is taken; any other name is refused on purpose.
+    SilentMode = !SilentPath.empty() && ContainsNoCase(SilentPath, kAnswerFile) && files.FileExists(SilentPath);
+    if (!SilentMode) return;
+    AddLine(std::string("Silent=") + BoolText(SilentMode));
+    AddLine("Silentpath=" + SilentPath);
+}
+
+// Each line of the analysis goes to the log as a conditional line of its own. One call with
+// the whole text would give the same lines but end the section with a stray line holding
+// LogIfEnabled's blank; line by line, the section reads like every other one in the file.
+void clsCommandLine::WriteAnalysis() const {
+    if (analysis_.empty()) return;
+    LogHeading("Commandline analyse");
+    size_t start = 0;
+    for (size_t end; (end = analysis_.find("\r\n", start)) != std::string::npos; start = end + 2) {
+        LogIfEnabled(analysis_.substr(start, end - start));
+    }
+}
+
+bool clsCommandLine::Has(std::string_view switchText) const { return lower_.find(switchText) != std::string::npos; }
+
+void clsCommandLine::AddLine(const std::string& line) { analysis_ += line + "\r\n"; }
+
+void clsCommandLine::AddError(const char* function, const std::string& why) {
+    AddLine(std::string("Error in Modul clsCommandLine Funktion ") + function + ": " + why);
+}
+
+void clsCommandLine::Trap(const char* function, void (clsCommandLine::*check)()) {
+    try {
+        (this->*check)();
+    } catch (const std::exception& error) {
+        try {
+            AddError(function, error.what());
+        } catch (...) {
+            // Out of memory even for the error line: the switches after it still run.
+        }
+    } catch (...) {
+        try {
+            AddError(function, "unknown error");
+        } catch (...) {
+        }
+    }
+}
+
+} // namespace tovel
