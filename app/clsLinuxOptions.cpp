@@ -34,6 +34,13 @@ std::optional<LinuxOptions> clsLinuxOptions::Parse(const std::vector<std::string
         else if (auto v = ValueOf(args, i, "--machine")) o.machine = *v;
         else if (auto v2 = ValueOf(args, i, "--create")) o.create = *v2;
         else if (auto v3 = ValueOf(args, i, "--disc")) o.disc = *v3;
+        else if (auto share = ValueOf(args, i, "--disc-share")) {
+            if (share->size() < 5 || share->rfind("\\\\", 0) != 0 || share->find('\\', 2) == std::string::npos) {
+                error = "--disc-share needs a share name like \\\\server\\disc, not \"" + *share + "\"";
+                return std::nullopt;
+            }
+            o.discShare = *share;
+        }
         else if (auto v4 = ValueOf(args, i, "--disc-drive")) {
             const char c = v4->size() >= 1 ? static_cast<char>(std::toupper(static_cast<unsigned char>((*v4)[0]))) : 0;
             if (c < 'A' || c > 'Z' || (v4->size() > 1 && *v4 != std::string(1, (*v4)[0]) + ":")) {
@@ -64,6 +71,7 @@ std::string clsLinuxOptions::Usage() {
            "  --create=SYS[,LANG]  create the machine from a profile instead (see --profiles)\n"
            "  --disc=DIR           put the disc folder DIR into the disc drive\n"
            "  --disc-drive=X       letter of the disc drive (default D)\n"
+           "  --disc-share=\\\\S\\N  offer the disc as the network share \\\\S\\N and start the setup from there\n"
            "  --boot               switch the machine on after a restart: pending file renames, RunOnce\n"
            "  --profiles           list the systems and languages of --create\n"
            "  --help               this text\n"

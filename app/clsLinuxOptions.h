@@ -6,6 +6,7 @@
 //   --create=SYS[,LANG]  create the machine from a profile, e.g. --create=win98,de
 //   --disc=DIR           put a disc folder into the disc drive
 //   --disc-drive=X       the disc drive's letter (default D)
+//   --disc-share=\\S\N  offer the disc folder as a network share instead, and start from it
 //   --boot               switch the machine on: pending renames, then RunOnce
 //   --profiles           list the systems and languages --create knows
 //   --help
@@ -21,6 +22,7 @@ struct LinuxOptions {
     std::string create;
     std::string disc;
     char discDrive = 'D';
+    std::string discShare;
     bool boot = false;
     bool profiles = false;
     bool help = false;

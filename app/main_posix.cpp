@@ -7,6 +7,7 @@
 #include "app/clsLinuxOptions.h"
 #include "common/mdlMessage.h"
 #include "platform/clsWindowsCommandLine.h"
+#include "platform/clsWindowsPath.h"
 #include "platform/posix/clsMachineBoot.h"
 #include "platform/posix/clsMachinePlatform.h"
 #include "platform/posix/clsMachineProfile.h"
@@ -52,17 +53,28 @@ std::unique_ptr<clsMachine> OpenMachine(const LinuxOptions& o, std::string& erro
     return clsMachine::Create(folder, *config, error);
 }
 
-// Puts the disc into its drive and keeps it there, as a real disc stays in after a restart.
+// The Windows root the disc is offered under: its drive ("D:\") or its share.
+std::string DiscRoot(const LinuxOptions& o) {
+    return o.discShare.empty() ? std::string(1, o.discDrive) + ":\\" : o.discShare + "\\";
+}
+
+// Puts the disc into its drive (or offers it as a share) and keeps it there, as a real disc
+// stays in its drive across a restart.
 bool InsertDisc(clsMachine& machine, const LinuxOptions& o, std::string& error) {
     if (o.disc.empty()) return true;
     if (!std::filesystem::is_directory(o.disc)) {
         error = "the disc folder " + o.disc + " does not exist";
         return false;
     }
-    auto& drives = machine.Config().drives;
-    std::erase_if(drives, [&](const DriveMapping& d) { return d.letter == o.discDrive; });
-    drives.push_back({o.discDrive, DriveType::CdRom, std::filesystem::absolute(o.disc).lexically_normal().string(),
-                      std::nullopt});
+    const std::string host = std::filesystem::absolute(o.disc).lexically_normal().string();
+    auto& config = machine.Config();
+    if (o.discShare.empty()) {
+        std::erase_if(config.drives, [&](const DriveMapping& d) { return d.letter == o.discDrive; });
+        config.drives.push_back({o.discDrive, DriveType::CdRom, host, std::nullopt});
+    } else {
+        std::erase_if(config.shares, [&](const ShareMapping& s) { return clsWindowsPath::EqualNoCase(s.unc, o.discShare); });
+        config.shares.push_back({o.discShare, host});
+    }
     return machine.Save(error);
 }
 
@@ -111,8 +123,8 @@ int main(int argc, char** argv) {
     // us where we are.
     MachineProcess process;
     const std::string started = Env("TOVEL_PROGRAM");
-    const char drive = options->discDrive;
-    process.selfWindowsPath = started.empty() ? std::string(1, drive) + ":\\TOVELSETUP.EXE" : started;
+    const std::string discRoot = DiscRoot(*options);
+    process.selfWindowsPath = started.empty() ? discRoot + "TOVELSETUP.EXE" : started;
     process.programFolder = process.selfWindowsPath.substr(0, process.selfWindowsPath.find_last_of('\\') + 1);
     process.currentFolder = Env("TOVEL_CURRENT_FOLDER");
     process.selfHostPath = HostExecutable(argv[0]);
@@ -130,10 +142,10 @@ int main(int argc, char** argv) {
         return ok ? 0 : 1;
     }
     if (switchedOff) return Fail("the machine was restarted and is switched off; switch it on with: tovelsetup --boot");
-    const auto* disc = platform->Machine().Drive(drive);
-    if (disc == nullptr || !platform->Files().FolderExists(std::string(1, drive) + ":\\"))
-        return Fail(std::string("there is no disc in drive ") + drive + ":; put one in with --disc=FOLDER");
-    std::cout << "Disc:    " << drive << ":\\ = " << platform->Machine().HostRoot(disc->hostFolder) << '\n';
+    const auto discHost = platform->Machine().HostPath(discRoot);
+    if (!discHost || !platform->Files().FolderExists(discRoot))
+        return Fail("there is no disc in " + discRoot + "; put one in with --disc=FOLDER");
+    std::cout << "Disc:    " << discRoot << " = " << *discHost << '\n';
 
     InstallPlatform(std::move(platform));
     SetMessageBoxHandler(PrintMessage);
@@ -141,6 +153,8 @@ int main(int argc, char** argv) {
     std::cout << "Setup folder " << HomePath << ", work folder " << WorkFolder << ", Windows folder " << WindowsDir
               << ", system folder " << SystemDir << '\n'
               << "Log:     " << gLog->LogfileFullPath() << '\n'
+              << "Setup language: " << LanguageIndexToCode(DefaultLanguage, 1) << " ("
+              << LanguageIndexToCode(DefaultLanguage, 2) << ")\n"
               << "The wizard is not built yet; nothing was installed.\n";
     return 0;
 }

@@ -23,6 +23,8 @@ constexpr int kEnglish = 1;
 // The bus system until the user chooses one on its page.
 const std::string kNoBusSystemChosen = "4";
 
+constexpr int32_t kExitFailed = 1603;
+
 // How long one round of the wait loop gives the machine before the timer is read again.
 constexpr uint32_t kWaitSliceMs = 50;
 
@@ -79,6 +81,12 @@ void LookForRunToResume() {
     ContinuedAfterRestart = true;
 }
 
+// The setup cannot run on this disc or machine: deployment tools must not take it for done.
+[[noreturn]] void EndSetupFailed() {
+    ExitStatus = kExitFailed;
+    EndProgram();
+}
+
 // The configuration tool (an editor for Setups.ini and the description files) is not part of
 // this program yet; its entry point says so and ends.
 void ShowConfigurationTool() {
@@ -129,7 +137,7 @@ bool CreateGlobalObjects() {
 }
 
 void InitGlobals() {
-    if (!CreateGlobalObjects() || gSetupsIni->PathFailed()) EndProgram();
+    if (!CreateGlobalObjects() || gSetupsIni->PathFailed()) EndSetupFailed();
     DefaultLanguage = gSetupsIni->GetDefaultLanguage();
     gSetupsIni->ReadLanguagePart(DefaultLanguage, JapaneseLookup());
     const std::string programFolder = clsFileDisk::AddBackslash(Platform().System().ProgramFolder());
@@ -164,7 +172,7 @@ void Main() {
         return;
     }
     AnalyseCommandLine(line);
-    if (!gEnvironment->CheckPendingRestart(gLanguage->LoadResString(TextNo::kRestartBeforeInstall))) EndProgram();
+    if (!gEnvironment->CheckPendingRestart(gLanguage->LoadResString(TextNo::kRestartBeforeInstall))) EndSetupFailed();
 }
 
 void UnloadAllForms() {

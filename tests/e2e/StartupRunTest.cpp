@@ -1,4 +1,5 @@
 // The setup started on a disc, as a person or a deployment tool starts it.
+#include "platform/posix/clsMachineRegistry.h"
 #include "tests/e2e/SetupRun.h"
 
 namespace tovel::test {
@@ -29,6 +30,94 @@ TEST_F(StartupRun, LinuxOptionsNeverReachTheWindowsCommandLine) {
     WriteMachine("machine.ini", "[System]\nMajorVersion=x\n[Drives]\nC=fixed,drive_c\n");
     EXPECT_EQ(Run(), 2);
     EXPECT_NE(Output().find("machine.ini:2: bad value for MajorVersion"), std::string::npos) << Output();
+}
+
+
+// A disc whose Setups.ini switches the log on, so every line of the start shows.
+const char* const kLoggingDisc =
+    "[SETTINGS]\r\nCDTitle=Test Disc\r\nCreateLogFile=1\r\n[LANGUAGES]\r\nEnglish=enable\r\nGerman=enable\r\n";
+
+TEST_F(StartupRun, CommandLineSwitchesAsTheLogShowsThem) {
+    WriteDisc("Setups.ini", kLoggingDisc);
+    const struct {
+        std::vector<std::string> switches;
+        std::vector<std::string> lines;  // expected after the heading, in order
+    } cases[] = {
+        {{"/DRIVE=C"}, {"Drive=C "}},
+        {{"/drive=\\\\server\\share"}, {"UNC Pfad wird nicht unterst\xFCtzt! "}},
+        {{"/reg", "/noreg"}, {"Lorvex AdditionalCommandLine=-reg ", "Lorvex AdditionalCommandLine= "}},
+        {{"/level=12"}, {"Level=1 "}},
+        {{"/silent=C:\\answers.ini", "/log"}, {"Log=True "}},
+        {{"/silent", "/log"}, {"Log=True "}},
+    };
+    for (const auto& c : cases) {
+        ASSERT_EQ(Run(c.switches), 0) << Output();
+        const auto lines = LogLines();
+        const auto heading = std::find(lines.begin(), lines.end(), "Commandline analyse:");
+        ASSERT_NE(heading, lines.end()) << c.switches[0];
+        EXPECT_EQ(std::vector<std::string>(heading + 1, lines.end()), c.lines) << c.switches[0];
+    }
+    // "/test" alone is no switch at all: no section.
+    ASSERT_EQ(Run({"/test"}), 0);
+    EXPECT_FALSE(Logged("Commandline analyse:"));
+    EXPECT_TRUE(Logged("CDTitle: Test Disc "));
+}
+
+TEST_F(StartupRun, AnswerFileBesideTheProgramStartsSilentMode) {
+    WriteDisc("Setups.ini", kLoggingDisc);
+    WriteDisc("Tovel_Auto.ini", "[General]\r\n");
+    ASSERT_EQ(Run({"/nooscheck"}), 0) << Output();
+    EXPECT_TRUE(Logged("Silent=True "));
+    EXPECT_TRUE(Logged("Silentpath=D:\\Tovel_Auto.ini "));
+}
+
+TEST_F(StartupRun, SetupLanguageFollowsTheUserWhereTheDiscOffersIt) {
+    // A German Windows that still has renames pending: the message comes in the setup language.
+    ASSERT_EQ(Run({}, {"--create=xppro,de"}), 0) << Output();
+    clsMachineRegistry registry((Machine() / "registry.reg").string(), 1252);
+    std::string error;
+    ASSERT_TRUE(registry.Load(error)) << error;
+    ASSERT_TRUE(registry.SetValue(RegRoot::LocalMachine, "SYSTEM\\CurrentControlSet\\Control\\Session Manager",
+                                  "PendingFileRenameOperations", clsRegValue::MultiString({"C:\\a.tmp", ""})));
+    WriteDisc("Setups.ini", "[LANGUAGES]\r\nGerman=disable\r\nEnglish=enable\r\n");
+    EXPECT_EQ(Run(), 1603 & 0xFF);
+    EXPECT_NE(Output().find("Please restart Windows before installing new programs!"), std::string::npos) << Output();
+    WriteDisc("Setups.ini", "[LANGUAGES]\r\nGerman=enable\r\nEnglish=enable\r\n");
+    EXPECT_EQ(Run(), 1603 & 0xFF);
+    EXPECT_NE(Output().find("Bitte starten Sie Windows neu"), std::string::npos) << Output();
+}
+
+TEST_F(StartupRun, MissingSettingsFileAndMissingProductFolder) {
+    // No Setups.ini: the defaults hold and the run goes on.
+    ASSERT_EQ(Run({"/log"}), 0) << Output();
+    EXPECT_TRUE(Logged("Log=True "));
+    // A Path that names no folder: the message, and the end before any log is begun.
+    WriteDisc("Setups.ini", "[SETTINGS]\r\nPath=NoSuchFolder\r\n");
+    const std::string logBefore = ReadMachine("drive_c/TOVELSETUP.LOG");
+    EXPECT_EQ(Run({"/log"}), 1603 & 0xFF);
+    EXPECT_NE(Output().find("Der Parameter in Setup.Ini 'Path'='D:\\NoSuchFolder\\' stimmt nicht. Der Pfad existiert "
+                            "nicht!"),
+              std::string::npos)
+        << Output();
+    EXPECT_EQ(ReadMachine("drive_c/TOVELSETUP.LOG"), logBefore);
+}
+
+TEST_F(StartupRun, StateFileMakesTheStartWaitFiveSeconds) {
+    WriteDisc("Setups.ini", kLoggingDisc);
+    ASSERT_EQ(Run(), 0);
+    WriteMachine("clock", "2026-11-22 12:00:00\n");
+    WriteMachine("drive_c/INSTDUMP.TMP", "[General]\r\n");
+    ASSERT_EQ(Run(), 0) << Output();
+    // The machine's clock only moves while the program waits.
+    EXPECT_EQ(ReadMachine("clock"), "2026-11-22 12:00:05.000\n");
+    EXPECT_TRUE(Logged(" Time created: 12:00:00"));
+}
+
+TEST_F(StartupRun, StartFromANetworkShareUsesItInPlace) {
+    WriteDisc("Setups.ini", kLoggingDisc);
+    ASSERT_EQ(Run({"/log"}, {"--disc=" + Disc().string(), "--disc-share=\\\\fileserver\\cd"}), 0) << Output();
+    EXPECT_NE(Output().find("Setup folder \\\\fileserver\\cd\\,"), std::string::npos) << Output();
+    EXPECT_TRUE(Logged("CDTitle: Test Disc "));
 }
 
 } // namespace
