@@ -1,5 +1,7 @@
 #include "language/clsLanguageTextFile.h"
 
+#include <algorithm>
+
 #include <charconv>
 
 #include "common/clsCodePage.h"
@@ -65,6 +67,29 @@ std::optional<std::string> Decode(std::string_view body, uint32_t codePage) {
     std::string swapped(body);
     for (size_t i = 0; i + 1 < swapped.size(); i += 2) std::swap(swapped[i], swapped[i + 1]);
     return clsCodePage::ToUtf8(swapped, clsLanguageTextFile::kUtf16Le);
+}
+
+// A Shift-JIS file with lines of another code page (Setups.ini keeps its Japanese section in
+// Shift-JIS among Western lines): each line that is Japanese text is read in 932, every other
+// line in the machine's code page. Only when some line really is Japanese; a file wholly in
+// another code page is for the detection to judge.
+std::optional<std::string> DecodeByLine(std::string_view body, uint32_t codePage, uint32_t otherCodePage) {
+    if (codePage != 932) return std::nullopt;
+    std::string text;
+    bool statedPageUsed = false;
+    for (size_t start = 0; start < body.size();) {
+        const size_t end = std::min(body.find('\n', start), body.size() - 1) + 1;
+        const std::string_view line = body.substr(start, end - start);
+        const bool japanese = LooksShiftJis(line);
+        auto decoded = japanese ? Decode(line, codePage) : std::nullopt;
+        statedPageUsed = statedPageUsed || decoded.has_value();
+        if (!decoded) decoded = Decode(line, otherCodePage);
+        if (!decoded) decoded = Decode(line, 1252);
+        if (!decoded) return std::nullopt;
+        text += *decoded;
+        start = end;
+    }
+    return statedPageUsed ? std::optional<std::string>(text) : std::nullopt;
 }
 
 // U+0080..U+009F: a single-byte Windows code page gives them only for its few undefined bytes.
@@ -165,6 +190,7 @@ bool clsLanguageTextFile::SetFileName(const std::string& path) {
     }
     auto text = Decode(body, codePage);
     const bool fromStatement = !bom && statedNumber;
+    if (!text && fromStatement) text = DecodeByLine(body, codePage, ansiCodePage);
     const uint32_t detected = DetectCodePage(body, ansiCodePage).codePage;
     if (detected != codePage && (!text || (fromStatement && !IsMultiByte(codePage) && HasC1Controls(*text)))) {
         Report("Error in Modul clsLanguageTextFile Funktion FileName: " + path + " is not written in code page " +

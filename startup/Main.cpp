@@ -20,6 +20,7 @@ const char* const kLetters[] = {"A", "B", "C", "D", "E", "J"};
 const char* const kNames[] = {"German", "English", "French", "Spanish", "Italian", "Japanese"};
 const char* const kLocales[] = {"1031", "2057", "1036", "3082", "1040", "1041"};
 constexpr int kEnglish = 1;
+constexpr int kJapanese = 5;
 // The bus system until the user chooses one on its page.
 const std::string kNoBusSystemChosen = "4";
 
@@ -53,11 +54,12 @@ clsSetupsIni::Hooks SettingsHooks() {
             [](const std::string& text) { return gPlaceholder->CheckForPlaceholder(text); }};
 }
 
-// The Japanese texts of Setups.ini are Shift-JIS inside a file the INI reader takes as ANSI.
+// The Japanese texts of Setups.ini are Shift-JIS inside a file the INI reader takes as ANSI;
+// the language text reader reads the file once in code page 932.
 clsSetupsIni::TextLookup JapaneseLookup() {
+    gLanguageTextFile->SetCodePage("932");
+    if (!gLanguageTextFile->SetFileName(gSetupsIni->FilePath())) return {};
     return [](const std::string& section, const std::string& key) {
-        gLanguageTextFile->SetCodePage("932");
-        if (!gLanguageTextFile->SetFileName(gSetupsIni->FilePath())) return std::string();
         return gLanguageTextFile->LoadIniProperty2(section, key);
     };
 }
@@ -139,7 +141,7 @@ bool CreateGlobalObjects() {
 void InitGlobals() {
     if (!CreateGlobalObjects() || gSetupsIni->PathFailed()) EndSetupFailed();
     DefaultLanguage = gSetupsIni->GetDefaultLanguage();
-    gSetupsIni->ReadLanguagePart(DefaultLanguage, JapaneseLookup());
+    gSetupsIni->ReadLanguagePart(DefaultLanguage, DefaultLanguage == kJapanese ? JapaneseLookup() : nullptr);
     const std::string programFolder = clsFileDisk::AddBackslash(Platform().System().ProgramFolder());
     gLanguage->SetTextFolder(programFolder);
     gLanguage->SetLanguageID(static_cast<uint32_t>(std::stoul(LanguageIndexToCode(DefaultLanguage, 2))));

@@ -2,6 +2,8 @@
 
 #include <memory>
 
+#include "language/clsLanguageTextFile.h"
+#include "settings/clsIniFile.h"
 #include "settings/clsRegistry.h"
 #include "startup/Globals.h"
 #include "startup/clsPrintLog.h"
@@ -16,8 +18,17 @@ bool LoggingOn() { return gSetupsIni != nullptr && gSetupsIni->CreateLogFile(); 
 void StartLog() {
     gLog = std::make_unique<clsPrintLog>(WorkFolder, ContinuedAfterRestart);
     // Bad input is worth a line whether or not the optional lines are on.
-    clsRegistry::SetReporter([](const std::string& message) {
+    const auto problem = [](const std::string& message) {
         if (gLog) gLog->PrintLog(message);
+    };
+    clsRegistry::SetReporter(problem);
+    clsIniFile::SetReporter(problem);
+    clsLanguageTextFile::SetReporter([problem](const std::string& line, bool isProblem) {
+        if (isProblem) {
+            problem(line);
+        } else {
+            LogIfEnabled(line);
+        }
     });
 }
 

@@ -8,7 +8,8 @@ namespace tovel {
 
 /// Creates gLog in the work folder: a new log with its header, or, after a restart, the
 /// old one continued. Once per run, after WorkFolder and ContinuedAfterRestart are known.
-/// From then on what the registry reports as bad input is logged too.
+/// From then on what the registry, the INI files and the language text files report as bad
+/// input is logged too.
 void StartLog();
 /// Writes the text (and one blank) as a line when logging is on.
 void LogIfEnabled(const std::string& text);

