@@ -6,6 +6,7 @@
 #include "language/clsBuiltinTexts.h"
 #include "language/clsLanguageLcidCp.h"
 #include "platform/clsPlatform.h"
+#include "platform/clsWindowsPath.h"
 
 namespace tovel {
 
@@ -36,16 +37,6 @@ bool IsByteCopyKind(std::string_view kind) {
            kind == "frmMessage";
 }
 
-bool SameName(std::string_view a, std::string_view b) {
-    if (a.size() != b.size()) return false;
-    for (size_t i = 0; i < a.size(); ++i) {
-        char x = a[i], y = b[i];
-        if (x >= 'A' && x <= 'Z') x = static_cast<char>(x - 'A' + 'a');
-        if (y >= 'A' && y <= 'Z') y = static_cast<char>(y - 'A' + 'a');
-        if (x != y) return false;
-    }
-    return true;
-}
 
 } // namespace
 
@@ -176,7 +167,7 @@ std::string clsLanguage::TextFileName(uint32_t lcid) {
 
 std::string_view clsLanguage::ClassicFormName(std::string_view form) {
     for (const auto& twin : kTwins) {
-        if (SameName(twin.msi, form)) return twin.classic;
+        if (clsWindowsPath::EqualNoCase(twin.msi, form)) return twin.classic;
     }
     return form;
 }

@@ -5,6 +5,7 @@
 
 #include "language/clsLanguageLcidCp.h"
 #include "platform/clsPlatform.h"
+#include "platform/clsWindowsPath.h"
 #include "settings/clsIniText.h"
 
 namespace tovel {
@@ -27,19 +28,18 @@ constexpr FontAlias kAliases[] = {
 constexpr std::array<const char*, 4> kJapaneseFonts = {"MS UI Gothic", "MS PGothic", "MS Gothic", "Arial Unicode MS"};
 constexpr std::array<const char*, 3> kWesternFonts = {"MS Sans Serif", "Tahoma", "Arial"};
 
-bool SameName(const std::string& a, const std::string& b) { return clsIniText::FoldName(a) == clsIniText::FoldName(b); }
 
 // The installed font of that name, under the name the list gives it.
 std::optional<std::string> Find(const std::string& name, const std::vector<std::string>& installed, bool aliases) {
     for (const auto& font : installed) {
-        if (SameName(font, name)) return font;
+        if (clsWindowsPath::EqualNoCase(font, name)) return font;
     }
     if (!aliases) return std::nullopt;
     for (const auto& alias : kAliases) {
-        const char* other = SameName(name, alias.english) ? alias.japanese : SameName(name, alias.japanese) ? alias.english : nullptr;
+        const char* other = clsWindowsPath::EqualNoCase(name, alias.english) ? alias.japanese : clsWindowsPath::EqualNoCase(name, alias.japanese) ? alias.english : nullptr;
         if (other == nullptr) continue;
         for (const auto& font : installed) {
-            if (SameName(font, other)) return font;
+            if (clsWindowsPath::EqualNoCase(font, other)) return font;
         }
     }
     return std::nullopt;

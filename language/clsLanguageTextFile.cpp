@@ -1,11 +1,11 @@
 #include "language/clsLanguageTextFile.h"
 
 #include <algorithm>
-
 #include <charconv>
 
 #include "common/clsCodePage.h"
 #include "platform/clsPlatform.h"
+#include "platform/clsWindowsPath.h"
 #include "settings/clsIniText.h"
 
 namespace tovel {
@@ -116,16 +116,6 @@ std::vector<std::string> SplitLines(std::string_view text) {
     return lines;
 }
 
-bool EqualsAsciiNoCase(std::string_view a, std::string_view b) {
-    if (a.size() != b.size()) return false;
-    for (size_t i = 0; i < a.size(); ++i) {
-        char x = a[i], y = b[i];
-        if (x >= 'a' && x <= 'z') x = static_cast<char>(x - 'a' + 'A');
-        if (y >= 'a' && y <= 'z') y = static_cast<char>(y - 'a' + 'A');
-        if (x != y) return false;
-    }
-    return true;
-}
 
 // "[name]" gives "name"; anything else is taken as it stands.
 std::string_view SectionNameOf(std::string_view trimmedLine) {
@@ -158,7 +148,7 @@ void clsLanguageTextFile::SetCodePage(const std::string& codePage) {
         stated_ = std::string(text);
         return;
     }
-    if (!EqualsAsciiNoCase(text, "Detect")) {
+    if (!clsWindowsPath::EqualNoCase(text, "Detect")) {
         Report("Error in Modul clsLanguageTextFile Funktion CodePage: \"" + codePage +
                    "\" is neither a code page number nor Detect; Detect is used.",
                true);
@@ -311,12 +301,12 @@ std::string clsLanguageTextFile::DeclaredCodePage(std::string_view bytes) {
         const std::string_view line = clsIniText::Trim(bytes.substr(start, end - start));
         start = end + 1;
         if (line.starts_with('[')) {
-            inLanguage = EqualsAsciiNoCase(SectionNameOf(line), "Language");
+            inLanguage = clsWindowsPath::EqualNoCase(SectionNameOf(line), "Language");
             continue;
         }
         const size_t equals = line.find('=');
         if (inLanguage && equals != std::string_view::npos &&
-            EqualsAsciiNoCase(clsIniText::Trim(line.substr(0, equals)), "CodePage")) {
+            clsWindowsPath::EqualNoCase(clsIniText::Trim(line.substr(0, equals)), "CodePage")) {
             return std::string(clsIniText::Trim(line.substr(equals + 1)));
         }
     }

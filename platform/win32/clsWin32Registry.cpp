@@ -185,14 +185,16 @@ bool clsWin32Registry::SetValue(RegRoot root, const std::string& key, const std:
            ERROR_SUCCESS;
 }
 
-std::optional<std::vector<std::string>> clsWin32Registry::EnumKeys(RegRoot root, const std::string& key) {
-    OpenKey open;
-    if (!open.Open(root, key, KEY_READ)) return std::nullopt;
+namespace {
+// The names a RegEnum...W function gives one by one; its buffer grows when a name is longer
+// than the buffer (ERROR_MORE_DATA).
+template <typename EnumAt>
+std::vector<std::string> EnumNames(EnumAt enumAt) {
     std::vector<std::string> names;
     std::wstring buffer(256, L'\0');
     for (DWORD index = 0;;) {
         auto length = static_cast<DWORD>(buffer.size());
-        const LONG rc = RegEnumKeyExW(open.Handle(), index, buffer.data(), &length, nullptr, nullptr, nullptr, nullptr);
+        const LONG rc = enumAt(index, buffer.data(), &length);
         if (rc == ERROR_MORE_DATA && buffer.size() < 65536) {
             buffer.resize(buffer.size() * 2);
             continue;
@@ -203,25 +205,22 @@ std::optional<std::vector<std::string>> clsWin32Registry::EnumKeys(RegRoot root,
     }
     return names;
 }
+} // namespace
+
+std::optional<std::vector<std::string>> clsWin32Registry::EnumKeys(RegRoot root, const std::string& key) {
+    OpenKey open;
+    if (!open.Open(root, key, KEY_READ)) return std::nullopt;
+    return EnumNames([&](DWORD index, wchar_t* name, DWORD* length) {
+        return RegEnumKeyExW(open.Handle(), index, name, length, nullptr, nullptr, nullptr, nullptr);
+    });
+}
 
 std::optional<std::vector<std::string>> clsWin32Registry::EnumValues(RegRoot root, const std::string& key) {
     OpenKey open;
     if (!open.Open(root, key, KEY_QUERY_VALUE)) return std::nullopt;
-    std::vector<std::string> names;
-    std::wstring buffer(256, L'\0');
-    for (DWORD index = 0;;) {
-        auto length = static_cast<DWORD>(buffer.size());
-        const LONG rc =
-            RegEnumValueW(open.Handle(), index, buffer.data(), &length, nullptr, nullptr, nullptr, nullptr);
-        if (rc == ERROR_MORE_DATA && buffer.size() < 65536) {
-            buffer.resize(buffer.size() * 2);
-            continue;
-        }
-        if (rc != ERROR_SUCCESS) break;
-        names.push_back(clsWin32Text::ToUtf8(std::wstring_view(buffer.data(), length)));
-        ++index;
-    }
-    return names;
+    return EnumNames([&](DWORD index, wchar_t* name, DWORD* length) {
+        return RegEnumValueW(open.Handle(), index, name, length, nullptr, nullptr, nullptr, nullptr);
+    });
 }
 
 bool clsWin32Registry::DeleteKey(RegRoot root, const std::string& key) {
