@@ -63,6 +63,18 @@ TEST_F(StartupRun, CommandLineSwitchesAsTheLogShowsThem) {
     EXPECT_TRUE(Logged("CDTitle: Test Disc "));
 }
 
+TEST_F(StartupRun, RecordNoticeAndConfigurationMode) {
+    WriteDisc("Setups.ini", kLoggingDisc);
+    ASSERT_EQ(Run({"/record"}), 0) << Output();
+    EXPECT_NE(Output().find("[Record] The record function is activ."), std::string::npos) << Output();
+    EXPECT_TRUE(Logged("Record=True "));
+    // Configuration mode in any case: no analysis of the switches, no checks.
+    ASSERT_EQ(Run({"/SHOWCONFIG", "/record"}), 0) << Output();
+    EXPECT_EQ(Output().find("[Record]"), std::string::npos) << Output();
+    EXPECT_NE(Output().find("The configuration tool is not available"), std::string::npos) << Output();
+    EXPECT_FALSE(Logged("Commandline analyse:"));
+}
+
 TEST_F(StartupRun, AnswerFileBesideTheProgramStartsSilentMode) {
     WriteDisc("Setups.ini", kLoggingDisc);
     WriteDisc("Tovel_Auto.ini", "[General]\r\n");
