@@ -1,6 +1,7 @@
 // The Windows build: the setup on the real Windows API.
 #include <string>
 
+#include "common/mdlMessage.h"
 #include "platform/win32/MakeWin32Platform.h"
 #include "platform/win32/Win32Headers.h"
 #include "startup/Globals.h"
@@ -15,10 +16,15 @@ std::wstring Wide(const std::string& text) {
     MultiByteToWideChar(CP_UTF8, 0, text.data(), static_cast<int>(text.size()), out.data(), n);
     return out;
 }
+// Until the setup's own message form exists, Windows' message box shows the question.
+int ShowMessage(const std::string& text, int style, const std::string& caption) {
+    return MessageBoxW(nullptr, Wide(text).c_str(), Wide(caption).c_str(), static_cast<UINT>(style) | MB_TOPMOST);
+}
 } // namespace
 
 int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int) {
     InstallPlatform(MakeWin32Platform());
+    SetMessageBoxHandler(ShowMessage);
     Main();
     const std::string summary = "Setup folder " + HomePath + "\nWork folder " + WorkFolder + "\nWindows folder " +
                                 WindowsDir + "\nSystem folder " + SystemDir +
