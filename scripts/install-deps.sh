@@ -6,7 +6,7 @@ set -euo pipefail
 what=${1:-all}
 packages=(cmake ninja-build g++ libgtest-dev)
 if [ "$what" = all ]; then
-  packages+=(g++-mingw-w64-x86-64 g++-mingw-w64-i686 wine wine64 xvfb xauth clang-14 libclang-rt-14-dev)
+  packages+=(g++-mingw-w64-x86-64 g++-mingw-w64-i686 wine wine64 xvfb xauth locales clang-14 libclang-rt-14-dev)
 fi
 missing=()
 for p in "${packages[@]}"; do
@@ -17,4 +17,4 @@ echo "Installing: ${missing[*]}"
 sudo=""
 [ "$(id -u)" -eq 0 ] || sudo=sudo
 $sudo apt-get update -qq
-DEBIAN_FRONTEND=noninteractive $sudo apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
+DEBIAN_FRONTEND=noninteractive $sudo apt-get install -y -qq "${missing[@]}" >/dev/null
