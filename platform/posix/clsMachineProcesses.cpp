@@ -115,7 +115,8 @@ std::string clsMachineProcesses::FindProgram(const std::string& commandLine, std
         const std::string candidate = commandLine.substr(start, next == std::string::npos ? std::string::npos : next - start);
         program = SearchProgram(candidate);
         if (program.empty()) continue;
-        arguments = next == std::string::npos ? std::string() : commandLine.substr(commandLine.find_first_not_of(' ', next));
+        const size_t rest = next == std::string::npos ? std::string::npos : commandLine.find_first_not_of(" \t", next);
+        arguments = rest == std::string::npos ? std::string() : commandLine.substr(rest);
         return program;
     }
     return {};

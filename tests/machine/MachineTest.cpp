@@ -166,6 +166,9 @@ TEST_F(MachineTest, CommandLinesFindProgramsAsCreateProcessDoes) {
     EXPECT_EQ(ReadHost("drive_c/Program Files/My Tool/args.txt"), "/s|a b|c\"d|");
     EXPECT_EQ(ReadHost("drive_c/Program Files/My Tool/cwd.txt"), folder_ + "/drive_c/WINDOWS\n");
     EXPECT_EQ(run("\"c:\\program files\\my tool\\RUN.EXE\""), 42u);
+    // Blanks after an unquoted program with blanks in its path are no arguments.
+    EXPECT_EQ(run("C:\\Program Files\\My Tool\\run.exe   "), 42u);
+    EXPECT_EQ(ReadHost("drive_c/Program Files/My Tool/args.txt"), "|");  // printf's format once, no argument
     // A bare name is searched in the system folder, ".exe" added.
     EXPECT_EQ(run("helper /x"), 3u);
     EXPECT_EQ(run("nothere.exe"), 100002u);
