@@ -20,4 +20,66 @@ std::string clsFileDisk::WindowsDriveRoot() const {
 
 std::string clsFileDisk::AddBackslash(std::string path) { return clsWindowsPath::AddBackslash(std::move(path)); }
 
+namespace {
+
+std::string WithoutTrailingBackslash(std::string path) {
+    while (path.size() > 1 && path.back() == '\\') path.pop_back();
+    return path;
+}
+
+bool StartsWithFolder(const std::string& path, const std::string& folder) {
+    if (folder.empty() || path.size() < folder.size()) return false;
+    if (!clsWindowsPath::EqualNoCase(std::string_view(path).substr(0, folder.size()), folder)) return false;
+    return path.size() == folder.size() || path[folder.size()] == '\\';
+}
+
+// "D:" for a drive path, "\\server\share" for a UNC path, "" otherwise.
+std::string RootOf(const std::string& path) {
+    if (path.size() >= 2 && path[1] == ':') return path.substr(0, 2);
+    if (path.rfind("\\\\", 0) != 0) return {};
+    const size_t server = path.find('\\', 2);
+    if (server == std::string::npos) return path;
+    const size_t share = path.find('\\', server + 1);
+    return share == std::string::npos ? path : path.substr(0, share);
+}
+
+// The number of a "Cd_<n>" path component; 0 for any other component.
+int DiscNumberOf(std::string_view component) {
+    if (component.size() < 4 || !clsWindowsPath::EqualNoCase(component.substr(0, 3), "Cd_")) return 0;
+    int number = 0;
+    for (char c : component.substr(3)) {
+        if (c < '0' || c > '9' || number > 99999) return 0;
+        number = number * 10 + (c - '0');
+    }
+    return number;
+}
+
+} // namespace
+
+SetupFileBase clsFileDisk::SetupFileBaseOf(const std::string& sifFolder, const std::string& productFolder) {
+    const std::string folder = WithoutTrailingBackslash(sifFolder);
+    for (size_t end = folder.size(); end > 0;) {
+        const size_t slash = folder.rfind('\\', end - 1);
+        const size_t begin = slash == std::string::npos ? 0 : slash + 1;
+        const int number = DiscNumberOf(std::string_view(folder).substr(begin, end - begin));
+        if (number > 0) return {folder.substr(0, end), number};
+        if (slash == std::string::npos || slash == 0) break;
+        end = slash;
+    }
+    const std::string products = WithoutTrailingBackslash(productFolder);
+    if (StartsWithFolder(folder, products)) return {products, 1};
+    return {RootOf(folder), 1};
+}
+
+std::string clsFileDisk::ResolveSetupFile(const std::string& file, const std::string& sifFolder, const SetupFileBase& base) {
+    if (file.empty() || file.find(":\\") != std::string::npos || file.rfind("\\\\", 0) == 0) return file;
+    if (file.front() == '\\') return base.discRoot + file;
+    return WithoutTrailingBackslash(sifFolder) + "\\" + file;
+}
+
+std::string clsFileDisk::DiscRelativePath(const std::string& fullPath, const SetupFileBase& base) {
+    if (base.discRoot.empty() || !StartsWithFolder(fullPath, base.discRoot) || fullPath.size() == base.discRoot.size()) return {};
+    return fullPath.substr(base.discRoot.size() + 1);
+}
+
 } // namespace tovel

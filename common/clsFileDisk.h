@@ -4,6 +4,12 @@
 
 namespace tovel {
 
+/// Where the setup files of a description file lie: the root of its disc and the disc's number.
+struct SetupFileBase {
+    std::string discRoot;   ///< without a trailing backslash: "D:\Cd_2", "D:\Products"
+    int discNumber = 1;
+};
+
 class clsFileDisk {
 public:
     /// The Windows folder with a trailing backslash.
@@ -16,6 +22,20 @@ public:
     [[nodiscard]] std::string WindowsDriveRoot() const;
     /// The path with a trailing backslash, added only when missing.
     [[nodiscard]] static std::string AddBackslash(std::string path);
+
+    /// The disc a description file's folder belongs to. A folder inside a disc folder
+    /// "Cd_<n>" (the last such component of the path, any case) belongs to disc n, whose root
+    /// is that folder. Any other folder belongs to disc 1, whose root is the product folder
+    /// when the file lies below it, else the drive or share the file lies on.
+    [[nodiscard]] static SetupFileBase SetupFileBaseOf(const std::string& sifFolder, const std::string& productFolder);
+    /// A setup (or readme) path of a description file made full: "" stays "", a path with
+    /// ":\" or a UNC path stays as it is, one that begins with "\" is below the disc's root,
+    /// any other is below the description file's folder.
+    [[nodiscard]] static std::string ResolveSetupFile(const std::string& file, const std::string& sifFolder,
+                                                      const SetupFileBase& base);
+    /// A full path below the disc's root without that root ("Prod\setup.exe"); "" when the
+    /// path does not lie below it.
+    [[nodiscard]] static std::string DiscRelativePath(const std::string& fullPath, const SetupFileBase& base);
 };
 
 } // namespace tovel

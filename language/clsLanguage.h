@@ -64,6 +64,12 @@ public:
     [[nodiscard]] const std::string& Library() const { return library_; }
     void SetLibrary(const std::string& path) { library_ = path; }
 
+    /// A key of a section of the current language text file, as written; "" when there is
+    /// no file or no such key. The catalogue reads Japanese product texts this way.
+    [[nodiscard]] std::string TextFileValue(const std::string& section, const std::string& key) const {
+        return file_.LoadIniProperty2(section, key);
+    }
+
     /// The numbered text in the current language, "%n" turned into line breaks; "" (and a log
     /// line) for a number no source knows.
     [[nodiscard]] std::string LoadResString(int id) const;

@@ -110,6 +110,7 @@ const clsIniText* clsIniFile::Load(const std::string& path) {
 const clsIniText* clsIniFile::Current() {
     const std::string path = FullPath();
     if (!text_ || path != loadedPath_) return Load(path);
+    if (readOnce_) return &*text_;
     auto& files = Platform().Files();
     const auto entry = files.Stat(path);
     const bool same = entry ? stamp_.exists && !entry->isFolder && entry->size == stamp_.size &&
@@ -187,15 +188,20 @@ int32_t clsIniFile::GetInt(const std::string& key, int32_t defaultValue) {
     return defaultValue;
 }
 
+std::optional<bool> clsIniFile::ParseBoolean(std::string_view value) {
+    const std::string text = clsIniText::FoldName(value);
+    for (const char* yes : {"YES", "Y", "TRUE", "T", "ON", "1", "-1"}) {
+        if (text == yes) return true;
+    }
+    for (const char* no : {"NO", "N", "FALSE", "F", "OFF", "0"}) {
+        if (text == no) return false;
+    }
+    return std::nullopt;
+}
+
 bool clsIniFile::GetTF(const std::string& key, bool defaultValue) {
     try {
-        const std::string text = clsIniText::FoldName(GetString(key, defaultValue ? "True" : "False"));
-        for (const char* yes : {"YES", "Y", "TRUE", "T", "ON", "1", "-1"}) {
-            if (text == yes) return true;
-        }
-        for (const char* no : {"NO", "N", "FALSE", "F", "OFF", "0"}) {
-            if (text == no) return false;
-        }
+        return ParseBoolean(GetString(key, defaultValue ? "True" : "False")).value_or(defaultValue);
     } catch (...) {
         Report(path_ + ": reading " + key + " failed");
     }

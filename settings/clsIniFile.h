@@ -18,6 +18,7 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "settings/clsIniText.h"
@@ -54,6 +55,8 @@ public:
     /// YES, Y, TRUE, T, ON, 1 and -1 are true; NO, N, FALSE, F, OFF and 0 false, in any case;
     /// anything else gives the default.
     [[nodiscard]] bool GetTF(const std::string& key, bool defaultValue);
+    /// A text read by the same table as GetTF; nullopt for any other text.
+    [[nodiscard]] static std::optional<bool> ParseBoolean(std::string_view value);
     void PutString(const std::string& key, const std::string& value);
     void PutInt(const std::string& key, int32_t value);
     /// Writes "True" or "False".
@@ -70,6 +73,11 @@ public:
     [[nodiscard]] std::vector<IniEntry> GetSectEntriesEx();
     /// True if the file has a section of that name.
     [[nodiscard]] bool SectExist(const std::string& section);
+
+    /// For files that do not change while they are read (the description files of a disc):
+    /// the file is read at the first operation and answered from memory from then on, with
+    /// no Stat per read. Writing still goes to the file.
+    void SetReadOnce(bool readOnce) { readOnce_ = readOnce; }
 
     /// Where problems with files are told (the setup log once it runs); none by default.
     static void SetReporter(Reporter reporter);
@@ -94,6 +102,7 @@ private:
     std::string section_;
     bool useWinIni_ = false;
     bool registered_ = false;
+    bool readOnce_ = false;
 
     // The file as last read.
     std::optional<clsIniText> text_;

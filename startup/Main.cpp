@@ -3,6 +3,7 @@
 #include <cmath>
 #include <cstdlib>
 
+#include "common/clsString.h"
 #include "common/mdlEvents.h"
 #include "common/mdlMessage.h"
 #include "language/clsBuiltinTexts.h"
@@ -28,11 +29,6 @@ constexpr int32_t kExitFailed = 1603;
 
 // How long one round of the wait loop gives the machine before the timer is read again.
 constexpr uint32_t kWaitSliceMs = 50;
-
-std::string LowerAscii(std::string text) {
-    for (char& c : text) c = (c >= 'A' && c <= 'Z') ? static_cast<char>(c - 'A' + 'a') : c;
-    return text;
-}
 
 // The root of the Windows drive; Windows on a network path is not supported, and C:\ stands in.
 std::string WorkFolderOf() {
@@ -168,7 +164,7 @@ void InitGlobals() {
 void Main() {
     InitGlobals();
     const std::string line = Platform().System().CommandLine();
-    if (LowerAscii(line).find("/showconfig") != std::string::npos) {
+    if (clsString::LowerAscii(line).find("/showconfig") != std::string::npos) {
         ShowConfig = true;
         ShowConfigurationTool();
         return;

@@ -5,6 +5,7 @@
 #include <exception>
 #include <string>
 
+#include "common/clsString.h"
 #include "platform/clsPlatform.h"
 #include "startup/Globals.h"
 #include "startup/mdlLog.h"
@@ -15,13 +16,7 @@ namespace {
 
 constexpr std::string_view kAnswerFile = "Tovel_Auto.ini";
 
-std::string LowerAscii(std::string_view text) {
-    std::string lower(text);
-    for (char& c : lower) {
-        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
-    }
-    return lower;
-}
+std::string LowerAscii(std::string_view text) { return clsString::LowerAscii(text); }
 
 bool ContainsNoCase(std::string_view text, std::string_view part) {
     return LowerAscii(text).find(LowerAscii(part)) != std::string::npos;

@@ -1,0 +1,40 @@
+#pragma once
+// What concerns the description files as a whole: which section holds the texts of the setup
+// language, and the orderings of the catalogue and the packet list.
+#include <cstdint>
+#include <string>
+
+#include "catalogue/clsSIFApplication.h"
+#include "catalogue/clsSIFPacket.h"
+#include "settings/clsIniFile.h"
+
+namespace tovel {
+
+class clsSIFCommonSection {
+public:
+    clsSIFCommonSection(clsSIFApplication& applications, clsSIFPacket& packets)
+        : applications_(applications), packets_(packets) {}
+
+    /// The product-information section of a description file for the setup language
+    /// (DefaultLanguage): LanguageA..E, J of LANGUAGES, else LanguageX; "" for a language
+    /// index outside 0..5. offeredLetters gets the letters of the languages the file names.
+    [[nodiscard]] std::string ProdInfoSection(clsIniFile& sif, std::string& offeredLetters) const;
+
+    /// A text key of a description file's language section. The INI reader works in the
+    /// machine's ANSI code page, so the texts of a section named "Japanese" come from the
+    /// language text file instead, read in Shift-JIS, under "[Japanese]".
+    [[nodiscard]] std::string LanguageText(clsIniFile& sif, const std::string& section, const std::string& key) const;
+
+    /// Orders a list so that every entry stands behind what it depends on: the packet list
+    /// when the selector is non-zero (true), else the catalogue. A cycle is logged.
+    void SortItemsDependencies(int16_t listSelector);
+    /// Orders the catalogue after the packets: the products of each packet, in packet order;
+    /// products in no packet keep their order behind them.
+    void SortItemsInPacketOrder();
+
+private:
+    clsSIFApplication& applications_;
+    clsSIFPacket& packets_;
+};
+
+} // namespace tovel
