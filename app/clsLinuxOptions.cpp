@@ -30,6 +30,7 @@ std::optional<LinuxOptions> clsLinuxOptions::Parse(const std::vector<std::string
         }
         if (arg == "--boot") o.boot = true;
         else if (arg == "--profiles") o.profiles = true;
+        else if (arg == "--plan") o.plan = true;
         else if (arg == "--help" || arg == "-h") o.help = true;
         else if (auto v = ValueOf(args, i, "--machine")) o.machine = *v;
         else if (auto v2 = ValueOf(args, i, "--create")) o.create = *v2;
@@ -74,6 +75,9 @@ std::string clsLinuxOptions::Usage() {
            "  --disc-share=\\\\S\\N  offer the disc as the network share \\\\S\\N and start the setup from there\n"
            "  --boot               switch the machine on after a restart: pending file renames, RunOnce\n"
            "  --profiles           list the systems and languages of --create\n"
+           "  --plan               read the disc's catalogue on the machine and print it: the products in\n"
+           "                       installation order with their check states, links, installed versions\n"
+           "                       and actions, and the packets; then end without the wizard\n"
            "  --help               this text\n"
            "  --                   pass everything after it to the setup's command line\n\n"
            "Everything else is the setup's Windows command line, e.g. /log /nooscheck.\n";

@@ -9,6 +9,7 @@
 //   --disc-share=\\S\N  offer the disc folder as a network share instead, and start from it
 //   --boot               switch the machine on: pending renames, then RunOnce
 //   --profiles           list the systems and languages --create knows
+//   --plan               print the disc's catalogue as read on the machine, then end
 //   --help
 //   --                   everything after it belongs to the Windows command line
 #include <optional>
@@ -25,6 +26,7 @@ struct LinuxOptions {
     std::string discShare;
     bool boot = false;
     bool profiles = false;
+    bool plan = false;
     bool help = false;
     std::vector<std::string> windowsArguments;
 };

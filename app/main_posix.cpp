@@ -5,6 +5,9 @@
 #include <vector>
 
 #include "app/clsLinuxOptions.h"
+#include "catalogue/CatalogueGlobals.h"
+#include "catalogue/clsCataloguePlan.h"
+#include "catalogue/clsSSFSearch.h"
 #include "common/mdlMessage.h"
 #include "platform/clsWindowsCommandLine.h"
 #include "platform/clsWindowsPath.h"
@@ -102,6 +105,15 @@ void PrintMachine(clsMachine& machine) {
               << (c.administrator ? ", administrator" : ", standard user") << '\n';
 }
 
+// What the search page would find, read and order on this machine, for disc authors.
+int PrintPlan() {
+    InitGlobals();
+    clsSSFSearch().Run();
+    std::cout << clsCataloguePlan::Text(gApplications, gPackets, clsSSFSearch::ProductFolder())
+              << "\nLog: " << gLog->LogfileFullPath() << '\n';
+    return 0;
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
@@ -149,6 +161,7 @@ int main(int argc, char** argv) {
 
     InstallPlatform(std::move(platform));
     SetMessageBoxHandler(PrintMessage);
+    if (options->plan) return PrintPlan();
     Main();
     std::cout << "Setup folder " << HomePath << ", work folder " << WorkFolder << ", Windows folder " << WindowsDir
               << ", system folder " << SystemDir << '\n'

@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "common/clsCodePage.h"
 #include "common/clsString.h"
 #include "platform/clsPlatform.h"
 #include "settings/clsRegistry.h"
@@ -67,16 +68,15 @@ protected:
     /// What the run wrote to the log after its header, lines split at CR LF (the trailing
     /// blank LogIfEnabled adds is kept).
     std::vector<std::string> LogLines() const {
-        std::string text = Platform().Files().ReadFile(gLog->LogfileFullPath()).value_or("");
-        text.erase(0, headerSize_);
-        auto lines = clsString::Split(text, "\r\n");
+        auto lines = clsString::Split(LogText(), "\r\n");
         if (!lines.empty() && lines.back().empty()) lines.pop_back();
         return lines;
     }
-    /// The log after its header as one text, CR LF kept.
+    /// The log after its header as one text in UTF-8, CR LF kept.
     std::string LogText() const {
-        std::string text = Platform().Files().ReadFile(gLog->LogfileFullPath()).value_or("");
-        return text.erase(0, headerSize_);
+        std::string bytes = Platform().Files().ReadFile(gLog->LogfileFullPath()).value_or("");
+        bytes.erase(0, headerSize_);
+        return clsCodePage::ToUtf8(bytes, Platform().System().AnsiCodePage()).value_or(bytes);
     }
 
 private:
