@@ -20,6 +20,7 @@
 //              "disableduncheckbox", any case). Only fields from 6 on are states: a term of
 //              7 fields has just the last, a shorter one none. A missing state and any other
 //              word give "uncheckbox".
+// Blanks around the key words (registry, type, operator, states) do not count.
 //
 // Comparison. regdword: the value must be a decimal number (each alternative of "=" and
 // "<>"), else the term has a format error; numbers of any length compare exactly. regsz:
@@ -28,8 +29,8 @@
 // version; "=>" and ">" both log the "older" message when they fail. A missing value makes
 // "=", "=>", ">", "<=" and EXIST fail and "<>" and NOTEXIST hold.
 //
-// Every failure gives one setup-log entry, returned to the caller, in the form the log has
-// always had: format errors "<Error Message> " + text + term + CR LF + "</Error Message>",
+// Every failure gives one setup-log entry, returned to the caller, and so does a term of an
+// unknown kind although it holds. The entries keep the form the log has always had: format errors "<Error Message> " + text + term + CR LF + "</Error Message>",
 // comparisons "<Error Message> " + text + value found + " " + CR LF + term + CR LF +
 // "</Error Message>".
 #include "catalogue/clsSetupTerm.h"
@@ -37,7 +38,10 @@
 #include <array>
 #include <exception>
 #include <optional>
+#include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 #include "common/clsString.h"
 #include "common/clsVersion.h"

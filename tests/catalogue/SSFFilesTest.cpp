@@ -10,7 +10,6 @@
 
 #include "catalogue/clsSSFFilesOld.h"
 #include "catalogue/clsSSFFilesV520.h"
-#include "common/clsCodePage.h"
 #include "tests/catalogue/CatalogueFixture.h"
 
 namespace tovel {
@@ -34,12 +33,6 @@ protected:
         ini.SetFullPath(WriteFile(name, text));
         ini.SetSectionName("GENERAL");
         return ini;
-    }
-    /// The logged lines in UTF-8 (the log is written in the ANSI code page).
-    Lines Logged() const {
-        Lines lines;
-        for (const auto& line : LogLines()) lines.push_back(clsCodePage::ToUtf8(line, 1252).value_or("<not 1252>"));
-        return lines;
     }
     /// Lines as LogIfEnabled writes them: each with one blank behind.
     static Lines Expect(const Lines& lines) {
@@ -147,7 +140,7 @@ TEST_F(SSFFilesV520, ChoosesTheActionsForTheInstalledVersion) {
 
         EXPECT_EQ(Actions(item), c.actions);
         EXPECT_EQ(FirstInstActions(item), c.firstInst);
-        EXPECT_EQ(Logged(), Expect(c.log));
+        EXPECT_EQ(LogLines(), Expect(c.log));
         EXPECT_EQ(item.InstalledVersion, c.installed.value_or(""));
         EXPECT_EQ(item.Versions.installedVersion, c.installed.value_or(""));
         EXPECT_EQ(item.Versions.foundAt, c.installed ? foundAt : "");
@@ -203,7 +196,7 @@ TEST_F(SSFFilesV520, WarnsAboutAnUnlistedVersionOnlyWithoutDefaultAction) {
         clsSSFFilesV520().CheckVersionsSection(ini, item);
         EXPECT_EQ(Actions(item), c.actions);
         EXPECT_EQ(FirstInstActions(item), c.firstInst);
-        EXPECT_EQ(Logged(), Expect(c.log));
+        EXPECT_EQ(LogLines(), Expect(c.log));
     }
 }
 
@@ -249,9 +242,9 @@ TEST_F(SSFFilesV520, PackageCheckChoosesTheVersionsSection) {
         clsSSFFilesV520().CheckVersionsSection(ini, item);
         EXPECT_EQ(item.Versions.versionsSection, c.section);
         EXPECT_EQ(FirstInstActions(item), Lines{c.action});
-        EXPECT_EQ(Logged(), Expect({c.chosenLine, "No Installed Version Prod A",
-                                    "Für das Produkt Prod A werden folgende FirstInstAction ausgeführt",
-                                    std::string("   FirstInstAction1=") + c.action}));
+        EXPECT_EQ(LogLines(), Expect({c.chosenLine, "No Installed Version Prod A",
+                                      "Für das Produkt Prod A werden folgende FirstInstAction ausgeführt",
+                                      std::string("   FirstInstAction1=") + c.action}));
     }
 }
 
@@ -284,7 +277,7 @@ TEST_F(SSFFilesV520, UnreadableRegistryPlacesCountAsNotInstalled) {
     clsSSFFilesV520().CheckVersionsSection(none, fresh);
     EXPECT_EQ(fresh.InstalledVersion, "");
     EXPECT_EQ(FirstInstActions(fresh), Lines{"first.exe"});
-    const auto logged = Logged();
+    const auto logged = LogLines();
     EXPECT_NE(std::find(logged.begin(), logged.end(), "No Installed Version Prod A "), logged.end());
 }
 
@@ -312,7 +305,7 @@ TEST_F(SSFFiles, MissingVersionsSectionGivesNoActions) {
             EXPECT_EQ(item.FirstInstActionsCount(), 0);
             EXPECT_EQ(item.InstalledVersion, "");
             EXPECT_EQ(item.Versions.versionsSection, "");
-            EXPECT_EQ(Logged(), Expect({"No versions section in " + ini.FullPath() + ": no version actions for Prod A"}));
+            EXPECT_EQ(LogLines(), Expect({"No versions section in " + ini.FullPath() + ": no version actions for Prod A"}));
             EXPECT_EQ(ini.SectionName(), "GENERAL");
         }
     }
@@ -364,7 +357,7 @@ TEST_F(SSFFilesOld, ChoosesTheActionsForTheInstalledVersion) {
         clsSSFFilesOld().CheckVersionsSection(ini, item);
         EXPECT_EQ(Actions(item), c.actions);
         EXPECT_EQ(FirstInstActions(item), c.firstInst);
-        EXPECT_EQ(Logged(), Expect(c.log));
+        EXPECT_EQ(LogLines(), Expect(c.log));
         EXPECT_EQ(item.InstalledVersion, c.installed.value_or(""));
         EXPECT_EQ(item.Versions.foundAt, c.installed ? RegPath("Old") + "\\Version" : "");
         EXPECT_EQ(item.Versions.versionsSection, "VERSIONS");
@@ -378,7 +371,7 @@ TEST_F(SSFFilesOld, ChoosesTheActionsForTheInstalledVersion) {
     clsSSFFilesOld().CheckVersionsSection(bare, item);
     EXPECT_EQ(item.VersionActionsCount(), 0);
     EXPECT_EQ(item.FirstInstActionsCount(), 0);
-    EXPECT_EQ(Logged(), Expect({"Prod A: keine Version installiert", " Für Prod A wird mit FirstInstAction abgehandelt."}));
+    EXPECT_EQ(LogLines(), Expect({"Prod A: keine Version installiert", " Für Prod A wird mit FirstInstAction abgehandelt."}));
 }
 
 } // namespace
