@@ -28,7 +28,8 @@ std::string TermText(const char* key, const std::string& term, const TermOutcome
         text += outcome.registryPath + (outcome.valueExisted ? " = \"" + outcome.valueRead + "\"" : " is not there") + "; ";
     }
     text += outcome.holds ? "the term holds" : "the term fails, giving " + std::string(CheckBoxStateText(outcome.stateWhenFalse));
-    if (!outcome.errorEntries.empty()) text += " (a format error; see the log)";
+    // A failing comparison is logged as well; only a term that holds in spite of an entry was wrongly written.
+    if (outcome.holds && !outcome.errorEntries.empty()) text += " (wrongly written; see the log)";
     return text;
 }
 

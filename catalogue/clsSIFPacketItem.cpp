@@ -83,7 +83,9 @@ void clsSIFPacketItem::DecidePreselectionByRegistry() {
     const std::string found = reg.InitWithRegPath(RegPath) ? reg.QueryValue(RegKey) : "";
     const bool match = clsString::EqualNoCaseAscii(clsString::Trim(found), clsString::Trim(RegValue));
     PreSelect = match ? CheckBoxState::kChecked : CheckBoxState::kUnchecked;
-    PreSelectReason = RegPath + "\\" + RegKey + " = \"" + found + "\"" + (match ? " equals " : " is not ") + "\"" + RegValue + "\"";
+    const std::string value = RegPath + "\\" + RegKey;
+    PreSelectReason = found.empty() ? value + " is not there"
+                                    : value + " = \"" + found + "\"" + (match ? " equals " : " is not ") + "\"" + RegValue + "\"";
 }
 
 void clsSIFPacketItem::SetBusAction(BusSystem bus, const std::string& text) {
