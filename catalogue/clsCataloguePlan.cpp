@@ -38,6 +38,8 @@ void Product(std::ostream& out, int number, const clsSIFApplicationItem& item, c
     out << "   file        " << item.SIFFileName << "\n";
     out << "   setup       " << item.SetupFile << (item.SetupFileParameters.empty() ? "" : " " + item.SetupFileParameters);
     if (item.SetupDiscNumber != 1) out << "   (disc " << item.SetupDiscNumber << ": " << item.DiscRelativeSetupFile << ")";
+    out << "\n   destination " << (item.DefaultPath.empty() ? "-" : item.DefaultPath)
+        << (item.RegDefaultDestPath.empty() ? "" : " (found in the registry)") << ", " << item.DiskSpaceDestDrv << " MB";
     out << "\n   languages   " << (item.AvailableLanguages.empty() ? "-" : item.AvailableLanguages) << ", texts from [" << item.ProdInfoSection << "]\n";
     std::string why = item.AlwaysInstall ? "AlwaysInstall" : "";
     if (!item.TermToInstall.empty()) why += (why.empty() ? "" : "; ") + TermText("TermToInstall", item.TermToInstall, item.TermToInstallOutcome);

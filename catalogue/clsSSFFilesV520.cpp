@@ -16,7 +16,8 @@
 // compared by clsVersion, part by part as numbers (5.10 is above 5.9, 5.01 equals 5.1).
 //   no V                                 FirstInstAction* to the first-install actions
 //   V equals Version<n> (lowest n)       Version<n>Action*
-//   B older than V (B not empty)         DefaultAction*
+//   B older than V (B not empty)         DefaultAction*; without DefaultAction1 the single
+//                                        action "$Warning$"
 //   some Version<n> lower than V         FirstInstAction* to the first-install actions: V is
 //                                        a later release than the ones the file knows, and
 //                                        B is not older, so it installs as if fresh
@@ -221,10 +222,19 @@ void clsSSFFilesV520::CheckVersionsSection(clsIniFile& ini, clsSIFApplicationIte
         }
 
         if (!toInstall.empty() && clsVersion::Compare(toInstall, installed) < 0) {
+            const auto defaults = ReadFamily(ini, "DefaultAction");
+            if (defaults.empty()) {
+                // Installing an older version over a newer one unasked is what users fear most.
+                LogIfEnabled("Installed version " + installed + " of " + product + " is newer than " + toInstall +
+                             " and there is no DefaultAction: " + kWarning);
+                item.Versions.reason = "installed " + installed + " is newer than " + toInstall + " on this disc and there is no DefaultAction: " + kWarning;
+                item.AddAction(kWarning);
+                return;
+            }
             LogIfEnabled("Die zu installierende Version ist älter als die installierte Version. Für das Produkt " + product +
                          " werden folgende DefaultAction ausgeführt.");
             item.Versions.reason = "installed " + installed + " is newer than " + toInstall + " on this disc: DefaultAction";
-            AddActions(item, ReadFamily(ini, "DefaultAction"));
+            AddActions(item, defaults);
             return;
         }
 

@@ -171,11 +171,10 @@ TEST_F(SSFFilesV520, WarnsAboutAnUnlistedVersionOnlyWithoutDefaultAction) {
         {"3.0", {"$Warning$"}, {},
          {"VersionsSection Default", "Installed Version Prod A: 3.0",
           "Installed version 3.0 of Prod A is not listed and there is no DefaultAction: $Warning$"}},
-        // Newer than the disc's: the DefaultAction rule holds, with no actions to add.
-        {"6.0", {}, {},
+        // Newer than the disc's and no DefaultAction: never over it unasked.
+        {"6.0", {"$Warning$"}, {},
          {"VersionsSection Default", "Installed Version Prod A: 6.0",
-          "Die zu installierende Version ist älter als die installierte Version. Für das Produkt Prod A werden "
-          "folgende DefaultAction ausgeführt."}},
+          "Installed version 6.0 of Prod A is newer than 5.2 and there is no DefaultAction: $Warning$"}},
         // Above a listed version: installed as if fresh, no warning.
         {"4.5", {}, {"prepare.exe"},
          {"VersionsSection Default", "Installed Version Prod A: 4.5",
