@@ -77,6 +77,53 @@ void clsSIFCommonSection::SortItemsDependencies(int16_t listSelector) {
     ApplyOrder(applications_.Items(), "Product", [](const std::string&) { return false; });
 }
 
+namespace {
+
+bool Locked(const clsSIFApplicationItem& item) {
+    return item.AlwaysInstall || item.CheckBox == CheckBoxState::kCheckedLocked || item.CheckBox == CheckBoxState::kUncheckedLocked;
+}
+
+void Choose(clsSIFApplicationItem& item, bool selected) {
+    if (Locked(item)) return;
+    item.Selected = selected;
+    item.CheckBox = selected ? CheckBoxState::kChecked : CheckBoxState::kUnchecked;
+}
+
+} // namespace
+
+void clsSIFCommonSection::SelectApplicationsFromPackets() {
+    for (auto& item : applications_.Items()) {
+        bool inSelected = false;
+        for (const auto& packet : packets_.Items()) {
+            if (!packet.Selected) continue;
+            for (const auto& code : packet.ProductCodes()) inSelected = inSelected || clsString::EqualNoCaseAscii(code, item.ProductCode);
+        }
+        Choose(item, inSelected);
+    }
+}
+
+void clsSIFCommonSection::ApplyBusSystemSelection() {
+    int bus = static_cast<int>(BusSystem::NoBus);
+    try {
+        bus = std::stoi(SelectedBusSystem);
+    } catch (...) {
+        LogIfEnabled("Bus system \"" + SelectedBusSystem + "\" is no choice of the bus page: no bus system is applied.");
+        return;
+    }
+    if (bus < 0 || bus >= kBusSystemCount) return;
+    for (const auto& packet : packets_.Items()) {
+        if (!packet.Selected) continue;
+        for (const auto& action : packet.BusActions(static_cast<BusSystem>(bus))) {
+            clsSIFApplicationItem* item = applications_.Item(applications_.IndexOfProductCode(action.productCode));
+            if (item == nullptr) {
+                LogIfEnabled("Could not find specified package with ProductCode: " + action.productCode);
+                continue;
+            }
+            Choose(*item, action.select);
+        }
+    }
+}
+
 void clsSIFCommonSection::SortItemsInPacketOrder() {
     auto& items = applications_.Items();
     std::vector<bool> taken(items.size(), false);

@@ -28,6 +28,14 @@ public:
     /// Orders a list so that every entry stands behind what it depends on: the packet list
     /// when the selector is non-zero (true), else the catalogue. A cycle is logged.
     void SortItemsDependencies(int16_t listSelector);
+    /// Selects the products of the selected packets and clears the others. A product whose
+    /// box is locked (AlwaysInstall, or a locked state from its condition) keeps its state.
+    void SelectApplicationsFromPackets();
+    /// Applies the chosen bus system's entry (SelectedBusSystem: 0 PROFIBUS .. 4 no bus) of
+    /// each selected packet: its products are brought in or taken out; a locked product keeps
+    /// its state, and a code that names no product is logged.
+    void ApplyBusSystemSelection();
+
     /// Orders the catalogue after the packets: the products of each packet, in packet order;
     /// products in no packet keep their order behind them.
     void SortItemsInPacketOrder();

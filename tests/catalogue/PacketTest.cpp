@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "catalogue/CatalogueGlobals.h"
 #include "catalogue/clsSIFPacket.h"
 #include "tests/catalogue/CatalogueFixture.h"
 
@@ -93,6 +94,75 @@ TEST_F(Packet, ASecondPacketOfTheSameCodeIsLoggedAndLeftOut) {
     EXPECT_EQ(packets.IndexOfProductCode("X"), 0);
     const std::vector<std::string> expected = {"Multiple occurence of SIF Collection:  ", "   ProductCode: ABC ", "   Description: Second "};
     EXPECT_EQ(LogLines(), expected);
+}
+
+} // namespace
+} // namespace tovel
+
+namespace tovel {
+namespace {
+
+class PacketSelection : public test::CatalogueFixture {
+protected:
+    void SetUp() override {
+        CatalogueFixture::SetUp();
+        for (const char* code : {"BASE", "PB", "ETH", "HMI", "LOCKED", "ALWAYS"}) {
+            clsSIFApplicationItem item;
+            item.ProductCode = code;
+            gApplications.AddItem(item);
+        }
+        gApplications.Item(5)->CheckBox = CheckBoxState::kUncheckedLocked;
+        gApplications.Item(5)->Selected = false;
+        gApplications.Item(6)->AlwaysInstall = true;
+        gApplications.Item(6)->CheckBox = CheckBoxState::kCheckedLocked;
+        clsSIFPacketItem runtime;
+        runtime.ProductCode = "RUNTIME";
+        for (const char* code : {"base", "HMI", "LOCKED"}) runtime.Add(code);
+        runtime.SetBusAction(BusSystem::Profibus, "+PB,-ETH,-LOCKED,GHOST");
+        runtime.SetBusAction(BusSystem::Ethernet, "ETH,-PB");
+        clsSIFPacketItem other;
+        other.ProductCode = "OTHER";
+        other.Add("ETH");
+        other.SetBusAction(BusSystem::Profibus, "ETH");
+        gPackets.AddItem(runtime);
+        gPackets.AddItem(other);
+    }
+    void TearDown() override {
+        gApplications.RemoveAllItem();
+        gPackets.RemoveAllItem();
+        SelectedBusSystem = "4";
+        CatalogueFixture::TearDown();
+    }
+    static std::string Selection() {
+        std::string text;
+        for (const auto& item : gApplications.Items()) text += item.ProductCode + "=" + std::to_string(item.CheckBox) + " ";
+        return text;
+    }
+};
+
+TEST_F(PacketSelection, SelectedPacketsAndTheBusSystemDecideTheUnlockedProducts) {
+    gPackets.Item(1)->Selected = true;
+    gCommonSection.SelectApplicationsFromPackets();
+    EXPECT_EQ(Selection(), "BASE=1 PB=2 ETH=2 HMI=1 LOCKED=8 ALWAYS=4 ");
+    EXPECT_TRUE(gApplications.Item(1)->Selected);
+    EXPECT_FALSE(gApplications.Item(2)->Selected);
+
+    // Only the selected packet's entry counts: OTHER would bring in ETH.
+    SelectedBusSystem = "0";
+    gCommonSection.ApplyBusSystemSelection();
+    EXPECT_EQ(Selection(), "BASE=1 PB=1 ETH=2 HMI=1 LOCKED=8 ALWAYS=4 ");
+    EXPECT_EQ(LogLines(), std::vector<std::string>{"Could not find specified package with ProductCode: GHOST "});
+
+    SelectedBusSystem = "1";
+    gCommonSection.ApplyBusSystemSelection();
+    EXPECT_EQ(Selection(), "BASE=1 PB=2 ETH=1 HMI=1 LOCKED=8 ALWAYS=4 ");
+
+    // No bus entry for the choice, or no choice a page offers: nothing changes.
+    for (const char* choice : {"4", "7", "x"}) {
+        SelectedBusSystem = choice;
+        gCommonSection.ApplyBusSystemSelection();
+        EXPECT_EQ(Selection(), "BASE=1 PB=2 ETH=1 HMI=1 LOCKED=8 ALWAYS=4 ") << choice;
+    }
 }
 
 } // namespace
