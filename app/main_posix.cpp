@@ -16,6 +16,11 @@
 #include "platform/posix/clsMachineProfile.h"
 #include "startup/Globals.h"
 #include "startup/Main.h"
+#include "startup/mdlLog.h"
+#include "ui/console/clsConsoleRenderer.h"
+#include "wizard/clsMessage.h"
+#include "wizard/clsRenderer.h"
+#include "wizard/mdlWizard.h"
 
 using namespace tovel;
 
@@ -89,8 +94,7 @@ void PrintProfiles() {
     std::cout << "\nExample: tovelsetup --machine=/tmp/m98 --create=win98,de --disc=examples/disc\n";
 }
 
-// Until the text wizard draws its own message form, a message is printed and answered with
-// its default button, so a run in a terminal shows what a person on Windows would read.
+// The plan runs no wizard: a message is printed and answered with its default button.
 int PrintMessage(const std::string& text, int style, const std::string& caption) {
     const int answer = DefaultButtonResult(style);
     std::cout << "[" << caption << "] " << text << '\n';
@@ -160,14 +164,24 @@ int main(int argc, char** argv) {
     std::cout << "Disc:    " << discRoot << " = " << *discHost << '\n';
 
     InstallPlatform(std::move(platform));
-    SetMessageBoxHandler(PrintMessage);
-    if (options->plan) return PrintPlan();
+    if (options->plan) {
+        SetMessageBoxHandler(PrintMessage);
+        return PrintPlan();
+    }
+    clsConsoleRenderer renderer(std::cin, std::cout, clsConsoleRenderer::DetectMode());
+    SetRenderer(&renderer);
+    UseMessageForm();
     Main();
+    if (ShowConfig) return 0;
     std::cout << "Setup folder " << HomePath << ", work folder " << WorkFolder << ", Windows folder " << WindowsDir
               << ", system folder " << SystemDir << '\n'
               << "Log:     " << gLog->LogfileFullPath() << '\n'
               << "Setup language: " << LanguageIndexToCode(DefaultLanguage, 1) << " ("
-              << LanguageIndexToCode(DefaultLanguage, 2) << ")\n"
-              << "The wizard is not built yet; nothing was installed.\n";
-    return 0;
+              << LanguageIndexToCode(DefaultLanguage, 2) << ")\n";
+    RunWizard();
+    // Only a script that ran out before the Done page gets here: the user never finished.
+    SetRenderer(nullptr);
+    LogIfEnabled("The input ended before the setup did: the setup is cancelled.");
+    ExitStatus = 1602;
+    EndProgram();
 }

@@ -105,6 +105,15 @@ public:
     TermOutcome DependenceTermOutcome;
     std::string DependenceTerm;        ///< SETUP_DEPENDENCIES DependenceTerm
 
+    // The user's identification, handed to the product's setup
+    std::string UserName;
+    std::string CompanyName;
+
+    // Where it goes, as the destination page set it ("" until then)
+    std::string DestDrive;             ///< "C:"
+    std::string DestPath;              ///< full path without a trailing backslash: "C:\Program Files\Tovel"
+    std::string DataDrive;             ///< the drive for project data: "D:"
+
     // The installed version and what to do about it
     std::string InstalledVersion;
     VersionDecision Versions;

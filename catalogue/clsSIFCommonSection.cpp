@@ -1,5 +1,7 @@
 #include "catalogue/clsSIFCommonSection.h"
 
+#include <algorithm>
+
 #include <unordered_map>
 #include <vector>
 
@@ -102,6 +104,10 @@ void clsSIFCommonSection::SelectApplicationsFromPackets() {
     }
 }
 
+void clsSIFCommonSection::SelectInstalledApplications() {
+    for (auto& item : applications_.Items()) Choose(item, !item.Versions.installedVersion.empty());
+}
+
 void clsSIFCommonSection::ApplyBusSystemSelection() {
     int bus = static_cast<int>(BusSystem::NoBus);
     try {
@@ -114,7 +120,12 @@ void clsSIFCommonSection::ApplyBusSystemSelection() {
     for (const auto& packet : packets_.Items()) {
         if (!packet.Selected) continue;
         for (const auto& action : packet.BusActions(static_cast<BusSystem>(bus))) {
-            clsSIFApplicationItem* item = applications_.Item(applications_.IndexOfProductCode(action.productCode));
+            // Codes compare without regard to case here as in the packets' product lists.
+            auto& items = applications_.Items();
+            const auto found = std::find_if(items.begin(), items.end(), [&](const clsSIFApplicationItem& candidate) {
+                return clsString::EqualNoCaseAscii(candidate.ProductCode, action.productCode);
+            });
+            clsSIFApplicationItem* item = found == items.end() ? nullptr : &*found;
             if (item == nullptr) {
                 LogIfEnabled("Could not find specified package with ProductCode: " + action.productCode);
                 continue;

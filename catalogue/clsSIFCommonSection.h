@@ -31,6 +31,9 @@ public:
     /// Selects the products of the selected packets and clears the others. A product whose
     /// box is locked (AlwaysInstall, or a locked state from its condition) keeps its state.
     void SelectApplicationsFromPackets();
+    /// The selection for an update: the products found installed are selected, the others
+    /// cleared; a locked product keeps its state.
+    void SelectInstalledApplications();
     /// Applies the chosen bus system's entry (SelectedBusSystem: 0 PROFIBUS .. 4 no bus) of
     /// each selected packet: its products are brought in or taken out; a locked product keeps
     /// its state, and a code that names no product is logged.

@@ -20,6 +20,23 @@ std::string clsFileDisk::WindowsDriveRoot() const {
 
 std::string clsFileDisk::AddBackslash(std::string path) { return clsWindowsPath::AddBackslash(std::move(path)); }
 
+std::vector<DriveInfo> clsFileDisk::Drives() {
+    std::vector<DriveInfo> drives;
+    auto& files = Platform().Files();
+    for (char letter = 'A'; letter <= 'Z'; ++letter) {
+        DriveInfo drive{letter, DriveType::Unknown};
+        drive.type = files.GetDriveType(drive.Root());
+        if (drive.type != DriveType::Unknown && drive.type != DriveType::NoRootDir) drives.push_back(drive);
+    }
+    return drives;
+}
+
+std::optional<uint64_t> clsFileDisk::FreeMegabytes(const std::string& path) {
+    const auto bytes = Platform().Files().FreeSpace(path);
+    if (!bytes) return std::nullopt;
+    return *bytes / (1024 * 1024);
+}
+
 namespace {
 
 std::string WithoutTrailingBackslash(std::string path) {

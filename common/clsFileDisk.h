@@ -1,6 +1,11 @@
 #pragma once
 // Drive and folder helpers the setup needs from start-up to the destination page.
+#include <cstdint>
+#include <optional>
 #include <string>
+#include <vector>
+
+#include "platform/clsPlatformFiles.h"
 
 namespace tovel {
 
@@ -8,6 +13,14 @@ namespace tovel {
 struct SetupFileBase {
     std::string discRoot;   ///< without a trailing backslash: "D:\Cd_2", "D:\Products"
     int discNumber = 1;
+};
+
+/// A drive of the machine and what kind it is.
+struct DriveInfo {
+    char letter = 'C';
+    DriveType type = DriveType::Unknown;
+    /// "C:\"
+    [[nodiscard]] std::string Root() const { return std::string(1, letter) + ":\\"; }
 };
 
 class clsFileDisk {
@@ -22,6 +35,13 @@ public:
     [[nodiscard]] std::string WindowsDriveRoot() const;
     /// The path with a trailing backslash, added only when missing.
     [[nodiscard]] static std::string AddBackslash(std::string path);
+
+    /// The drives of the machine from A to Z with their types; a letter without a drive is
+    /// left out. Only the type is asked for, so an empty floppy or CD drive is not touched.
+    [[nodiscard]] static std::vector<DriveInfo> Drives();
+    /// Megabytes (of 1,048,576 bytes, rounded down) free for the caller on the drive of a
+    /// path; nullopt when the machine cannot tell.
+    [[nodiscard]] static std::optional<uint64_t> FreeMegabytes(const std::string& path);
 
     /// The disc a description file's folder belongs to. A folder inside a disc folder
     /// "Cd_<n>" (the last such component of the path, any case) belongs to disc n, whose root

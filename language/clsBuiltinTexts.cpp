@@ -493,6 +493,13 @@ constexpr BuiltinText kTexts[] = {
       "Le note sui prodotti installati si trovano nei file Leggimi del menu Start.",
       "インストールした製品の注意事項は、[スタート] メニューの Readme ファイルを参照してください。"}},
     {"frmDone", "DoneBtn", {"Fertig stellen", "Finish", "Terminer", "Finalizar", "Fine", "完了"}},
+    {"frmDone", "DoneInstructionsCancelled",
+     {"Das Setup wurde abgebrochen. Was bis dahin installiert war, bleibt installiert. Klicken Sie auf \"Fertig stellen\".",
+      "The setup was cancelled. What had been installed until then stays installed. Click Finish.",
+      "L'installation a été annulée. Ce qui avait déjà été installé reste installé. Cliquez sur Terminer.",
+      "La instalación se ha cancelado. Lo que ya estaba instalado permanece instalado. Haga clic en Finalizar.",
+      "L'installazione è stata annullata. Ciò che era già stato installato resta installato. Fare clic su Fine.",
+      "セットアップは取り消されました。それまでにインストールされたものはそのまま残ります。[完了] をクリックしてください。"}},
 };
 
 std::string IndexKey(std::string_view section, std::string_view key) {

@@ -113,6 +113,12 @@ std::string LanguageIndexToCode(int index, int form) {
     }
 }
 
+void UseSetupLanguage(int16_t index) {
+    DefaultLanguage = (index >= 0 && index <= kJapanese) ? index : static_cast<int16_t>(kEnglish);
+    gSetupsIni->ReadLanguagePart(DefaultLanguage, DefaultLanguage == kJapanese ? JapaneseLookup() : nullptr);
+    gLanguage->SetLanguageID(static_cast<uint32_t>(std::stoul(LanguageIndexToCode(DefaultLanguage, 2))));
+}
+
 void WaitSeconds(int seconds) {
     auto& clock = Platform().Clock();
     const double end = std::nearbyint(clock.SecondsSinceMidnight()) + seconds;
@@ -136,11 +142,10 @@ bool CreateGlobalObjects() {
 
 void InitGlobals() {
     if (!CreateGlobalObjects() || gSetupsIni->PathFailed()) EndSetupFailed();
-    DefaultLanguage = gSetupsIni->GetDefaultLanguage();
-    gSetupsIni->ReadLanguagePart(DefaultLanguage, DefaultLanguage == kJapanese ? JapaneseLookup() : nullptr);
+    const int16_t language = gSetupsIni->GetDefaultLanguage();
     const std::string programFolder = clsFileDisk::AddBackslash(Platform().System().ProgramFolder());
     gLanguage->SetTextFolder(programFolder);
-    gLanguage->SetLanguageID(static_cast<uint32_t>(std::stoul(LanguageIndexToCode(DefaultLanguage, 2))));
+    UseSetupLanguage(language);
     gLanguage->SetLibrary(programFolder + "Setup.ex_");
     gEnvironment->ReadSystemVersion();
     UpdateFunctionality = true;

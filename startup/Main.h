@@ -18,6 +18,11 @@ bool CreateGlobalObjects();
 [[noreturn]] void EndProgram();
 /// Closes every open form except "frmInstallation" and "frmGradientBackground".
 void UnloadAllForms();
+/// Makes a language index (0 German .. 5 Japanese; English for any other) the setup
+/// language: DefaultLanguage, the texts of its section of Setups.ini (the Japanese ones read
+/// in Shift-JIS) and the locale of gLanguage, which reads its language text file anew.
+/// Start-up calls it once; the setup-language page again when the user picks another.
+void UseSetupLanguage(int16_t index);
 /// A language index as its letter (form 0: "A"), name (1: "German") or locale (2: "1031");
 /// English for an index outside 0..5, an empty text for another form.
 [[nodiscard]] std::string LanguageIndexToCode(int index, int form);

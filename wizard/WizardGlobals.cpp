@@ -11,6 +11,7 @@ int16_t OldVersionCount = 0;
 std::string ProductLanguages;
 std::vector<std::string> InstalledProductsFound;
 bool UserPacketOnly = false;
+bool RestartNeeded = false;
 bool UpdatePacketsAllowed = false;
 std::unique_ptr<clsDialogOrder> gDialogOrder;
 

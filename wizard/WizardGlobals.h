@@ -20,6 +20,8 @@ extern std::vector<std::string> InstalledProductsFound;
 /// A run that ends its installation without the user needs no packet page: "USERDEF" alone
 /// was chosen (the first flag) and whether updates are allowed then (the second).
 extern bool UserPacketOnly;
+/// The installation asks for a restart of the machine at its end; the Done page offers it.
+extern bool RestartNeeded;
 extern bool UpdatePacketsAllowed;
 
 extern std::unique_ptr<clsDialogOrder> gDialogOrder;

@@ -119,7 +119,7 @@ protected:
         runtime.ProductCode = "RUNTIME";
         for (const char* code : {"base", "HMI", "LOCKED"}) runtime.Add(code);
         runtime.SetBusAction(BusSystem::Profibus, "+PB,-ETH,-LOCKED,GHOST");
-        runtime.SetBusAction(BusSystem::Ethernet, "ETH,-PB");
+        runtime.SetBusAction(BusSystem::Ethernet, "eth,-Pb");
         clsSIFPacketItem other;
         other.ProductCode = "OTHER";
         other.Add("ETH");

@@ -19,6 +19,10 @@ namespace tovel::test {
 
 class SetupRun : public ::testing::Test {
 protected:
+    /// The exit status of a run whose input (none here) ended before the wizard did: the
+    /// setup counts as cancelled, 1602, of which a process status keeps the low byte.
+    static constexpr int kEndedWithoutAnswers = 1602 & 0xFF;
+
     void SetUp() override {
         static int counter = 0;
         root_ = std::filesystem::temp_directory_path() /
@@ -63,6 +67,11 @@ protected:
         return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
     }
     [[nodiscard]] const std::string& Output() const { return output_; }
+    /// True if the output shows a message form with this caption and, after it, the text.
+    [[nodiscard]] bool ShowedMessage(const std::string& caption, const std::string& text) const {
+        const size_t form = output_.find("== frmMessage: " + caption + " ==");
+        return form != std::string::npos && output_.find(text, form) != std::string::npos;
+    }
 
     /// The setup log as lines, its CR LF ends checked and taken off.
     [[nodiscard]] std::vector<std::string> LogLines() const {

@@ -1,0 +1,577 @@
+// The pages with a mind of their own, each in a real dialog order whose factory makes only
+// the page under test (the others are passed): the setup language and its LANGUAGES values,
+// the product languages, the search with its status line and Cancel, the setup type and its
+// run flags, the destination with its drives, free space and folder dialog, and the two
+// interim pages of the component tree and the installation.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "catalogue/CatalogueGlobals.h"
+#include "common/mdlMessage.h"
+#include "startup/Globals.h"
+#include "tests/catalogue/CatalogueFixture.h"
+#include "tests/wizard/ScriptedRenderer.h"
+#include "wizard/WizardGlobals.h"
+#include "wizard/clsControlCustomSetup.h"
+#include "wizard/clsControlDestination.h"
+#include "wizard/clsControlInstall.h"
+#include "wizard/clsControlLanguage.h"
+#include "wizard/clsControlSearch.h"
+#include "wizard/clsControlSetupLanguage.h"
+#include "wizard/clsControlSetupType.h"
+#include "wizard/clsDialogOrder.h"
+
+#ifndef _WIN32
+#include <filesystem>
+
+#include "platform/posix/clsMachinePlatform.h"
+#endif
+
+namespace tovel {
+namespace {
+
+using test::ChooseLine;
+using test::Click;
+using test::Inspect;
+using test::Type;
+using Action = test::ScriptedRenderer::Action;
+using Lines = std::vector<std::string>;
+
+class Pages : public test::CatalogueFixture {
+protected:
+    void SetUp() override {
+        CatalogueFixture::SetUp();
+        gLanguage = std::make_unique<clsLanguage>();   // English, the built-in texts
+        SetRenderer(&renderer_);
+        SetMessageBoxHandler([this](const std::string& text, int, const std::string&) {
+            messages_.push_back(text);
+            return answer_;
+        });
+    }
+    void TearDown() override {
+        SetMessageBoxHandler(nullptr);
+        SetRenderer(nullptr);
+        gDialogOrder.reset();
+        gApplications.RemoveAllItem();
+        gPackets.RemoveAllItem();
+        ProductLanguages.clear();
+        InstalledProductsFound.clear();
+        OldVersionCount = 0;
+        for (bool* flag : {&UserPacketOnly, &UpdatePacketsAllowed, &SetupCancelled, &SilentMode}) *flag = false;
+        SetupLanguageCount = 0;
+        ApplicationTitle = "TovelSetup";
+        gLanguage.reset();
+        CatalogueFixture::TearDown();
+    }
+
+    // Setups.ini with the log switch, read again as at a start.
+    void Settings(const std::string& settings, const std::string& sections = "") {
+        WriteFile("Setups.ini", "[SETTINGS]\r\nCreateLogFile=True\r\n" + settings + sections);
+        gSetupsIni = std::make_unique<clsSetupsIni>(clsSetupsIni::Hooks{}, bed_->folder);
+        gPlaceholder->SetSettings(gSetupsIni.get());
+    }
+
+    // Reaches the page as the wizard does (Next on the page before it), with the user's
+    // actions; the page stays alive in the dialog order for the test to look at.
+    template <typename Page>
+    Page& Run(std::vector<Action> actions) {
+        renderer_.actions = std::move(actions);
+        renderer_.next = 0;
+        reached_.clear();
+        page_ = nullptr;
+        const std::string name = Page().Page();
+        clsDialogOrder::Hooks hooks;
+        hooks.controllers = [this, name](const std::string& page) -> std::unique_ptr<clsPageController> {
+            reached_.push_back(page);
+            if (page != name || page_ != nullptr) return nullptr;
+            auto controller = std::make_unique<Page>();
+            page_ = controller.get();
+            return controller;
+        };
+        gDialogOrder = std::make_unique<clsDialogOrder>(hooks);
+        gDialogOrder->Initialize();
+        const auto& pages = gDialogOrder->Pages();
+        const auto at = std::find_if(pages.begin(), pages.end(), [&](const clsDialogOrderItem& item) { return item.name == name; });
+        EXPECT_NE(at, pages.end()) << name << " is not in the page list";
+        gDialogOrder->NextDialog(at == pages.begin() || at == pages.end() ? std::string() : (at - 1)->name);
+        EXPECT_NE(page_, nullptr) << name << " was not shown";
+        EXPECT_EQ(renderer_.next, renderer_.actions.size()) << "not every action of the script was played";
+        return *static_cast<Page*>(page_);
+    }
+    // The page the wizard asked for after the page under test; "" when none.
+    std::string After(const std::string& page) const {
+        const auto at = std::find(reached_.begin(), reached_.end(), page);
+        return at == reached_.end() || at + 1 == reached_.end() ? std::string() : *(at + 1);
+    }
+    bool Logged(const std::string& text) const { return LogText().find(text) != std::string::npos; }
+    static std::string Caption(clsForm& form, const std::string& control, int index = -1) {
+        const clsFormControl* c = form.Control(control, index);
+        return c != nullptr ? c->caption : "<no " + control + ">";
+    }
+    static clsSIFApplicationItem Product(const std::string& code, bool selected, int32_t megabytes = 0) {
+        clsSIFApplicationItem item;
+        item.ProductCode = code;
+        item.Description = code + " product";
+        item.LongDescription = "All about " + code;
+        item.Selected = selected;
+        item.CheckBox = selected ? CheckBoxState::kChecked : CheckBoxState::kUnchecked;
+        item.DiskSpaceDestDrv = megabytes;
+        return item;
+    }
+
+    test::ScriptedRenderer renderer_;
+    clsPageController* page_ = nullptr;
+    std::vector<std::string> reached_;
+    std::vector<std::string> messages_;
+    int answer_ = mb::kIdNo;
+};
+
+// ---- Setup language --------------------------------------------------------------------
+
+TEST_F(Pages, SetupLanguageOptionsFollowTheLanguagesSectionAndTheChoiceBecomesTheSetupLanguage) {
+    SetupLanguageCount = 5;
+    Settings("", "[LANGUAGES]\r\nGerman=enable\r\nEnglish=Enable\r\nFrench=hide\r\nSpanish=disable\r\nItalian=maybe\r\n"
+                 "[German]\r\nAppTitle=Tovel Einrichtung\r\n[English]\r\nAppTitle=Tovel Setup\r\n");
+    auto& page = Run<clsControlSetupLanguage>({
+        Inspect([](clsForm& form) {
+            const bool visible[] = {true, true, false, true, true, true};   // Japanese: no key, so offered
+            const bool enabled[] = {true, true, false, false, true, true};
+            for (int i = 0; i < 6; ++i) {
+                EXPECT_EQ(form.Control("LanguageOption", i)->visible, visible[i]) << i;
+                EXPECT_EQ(form.Control("LanguageOption", i)->enabled, enabled[i]) << i;
+                EXPECT_EQ(form.Control("LanguageOption", i)->value, i == 1 ? 1 : 0) << i;   // the current language
+            }
+            EXPECT_TRUE(form.Control("SetupLanguageBottomLabel")->visible);
+            EXPECT_EQ(Caption(form, "LanguageOption", 0), "Deutsch");
+        }),
+        Click("LanguageOption", 3),   // greyed: nothing happens
+        Click("LanguageOption", 0),
+        Click("ContinueBtn"),
+    });
+    EXPECT_EQ(page.Form().Control("LanguageOption", 3)->value, 0);
+    EXPECT_EQ(DefaultLanguage, 0);
+    EXPECT_EQ(gLanguage->LanguageID(), 1031u);
+    EXPECT_EQ(gSetupsIni->AppTitle(), "Tovel Einrichtung");
+    EXPECT_EQ(ApplicationTitle, "Tovel Einrichtung");
+    EXPECT_EQ(gLanguage->Caption("frmWelcome2", "ContinueBtn"), "Weiter >");   // what the next page shows
+    EXPECT_EQ(After("frmSetupLanguage"), "frmWelcome2");
+    EXPECT_TRUE(Logged("Setup language chosen: German"));
+}
+
+TEST_F(Pages, SetupLanguageHiddenCurrentLanguageAndJapanese) {
+    SetupLanguageCount = 4;
+    // The current language (English) is hidden: the first one offered is chosen instead. The
+    // Japanese texts of Setups.ini are Shift-JIS and come through the language text reader.
+    Settings("SetupLanguageIsProgramLanguage=True\r\n",
+             "[LANGUAGES]\r\nGerman=disable\r\nEnglish=hide\r\n"
+             "[JAPANESE]\r\nAppTitle=\x93\xfa\x96\x7b\x8c\xea\r\n");
+    Run<clsControlSetupLanguage>({
+        Inspect([](clsForm& form) {
+            EXPECT_EQ(form.Control("LanguageOption", 2)->value, 1);   // French
+            EXPECT_FALSE(form.Control("SetupLanguageBottomLabel")->visible);
+        }),
+        Click("LanguageOption", 5),
+        Click("ContinueBtn"),
+    });
+    EXPECT_EQ(DefaultLanguage, 5);
+    EXPECT_EQ(gLanguage->LanguageID(), 1041u);
+    EXPECT_EQ(gSetupsIni->AppTitle(), "日本語");
+    EXPECT_EQ(ApplicationTitle, "日本語");
+}
+
+// ---- Product languages -----------------------------------------------------------------
+
+TEST_F(Pages, ProductLanguagesOfferWhatTheProductsOfferAndRefuseAnEmptyChoice) {
+    auto viewer = Product("VIEWER", true);
+    viewer.AvailableLanguages = "JB";
+    auto base = Product("BASE", true);
+    base.AvailableLanguages = "BA";
+    gApplications.AddItem(viewer);
+    gApplications.AddItem(base);
+    ProductLanguages = "ABJ";   // as the search leaves it: the page is shown
+    Run<clsControlLanguage>({
+        Inspect([](clsForm& form) {
+            for (int i = 0; i < 6; ++i) {
+                const bool offered = i == 0 || i == 1 || i == 5;
+                EXPECT_EQ(form.Control("LanguageCheckBox", i)->visible, offered) << i;
+                EXPECT_EQ(form.Control("LanguageCheckBox", i)->value, i == 1 ? 1 : 0) << i;   // the setup language
+            }
+        }),
+        Click("LanguageCheckBox", 1),
+        Click("ContinueBtn"),   // nothing chosen: refused
+        Click("LanguageCheckBox", 5),
+        Click("LanguageCheckBox", 0),
+        Click("ContinueBtn"),
+    });
+    EXPECT_EQ(messages_, Lines{"Please choose at least one language."});
+    EXPECT_EQ(ProductLanguages, "AJ");
+    EXPECT_EQ(After("frmLanguages"), "frmCustomSetup");
+    EXPECT_TRUE(Logged("Verfügbare Sprachen=ABJ \r\n"));
+    EXPECT_TRUE(Logged("No product language chosen: the page stays."));
+    EXPECT_TRUE(Logged("Gewählte Sprachen=AJ"));
+}
+
+TEST_F(Pages, ProductLanguagePresetIsTheSetupLanguageElseEnglishElseTheFirst) {
+    const struct {
+        int16_t setupLanguage;
+        const char* available;
+        const char* preset;
+    } cases[] = {
+        {0, "ABJ", "A"}, {2, "ABJ", "B"}, {2, "DJ", "D"}, {5, "CJ", "J"}, {1, "", ""},
+    };
+    for (const auto& c : cases) {
+        DefaultLanguage = c.setupLanguage;
+        EXPECT_EQ(clsControlLanguage::PresetLetter(c.available), c.preset) << c.setupLanguage << " " << c.available;
+    }
+}
+
+// ---- Search ----------------------------------------------------------------------------
+
+class SearchPage : public Pages {
+protected:
+    // A product installed in version 5.0 (German and English), one not installed (English and
+    // Japanese), a packet and a file of another kind.
+    void WriteDisc(const std::string& folder) {
+        WriteFile(folder + "Base\\base.ssf",
+                  "[GENERAL]\r\nFileType=ssf\r\nProductCode=BASE\r\nBuild=6.0\r\nSSFVersion=5.2\r\n"
+                  "[LANGUAGES]\r\nLanguageA=German\r\nLanguageB=English\r\n[English]\r\nDescription=Tovel Base\r\n"
+                  "[VERSIONS]\r\nRegPath1=" + RegPath("Base") + "\r\nRegKey1=Version\r\nVersion1=5.0\r\n"
+                  "Version1Action1=$TryUpdate$\r\n");
+        WriteFile(folder + "Viewer\\viewer.ssf",
+                  "[GENERAL]\r\nFileType=ssf\r\nProductCode=VIEWER\r\n"
+                  "[LANGUAGES]\r\nLanguageB=English\r\nLanguageJ=Japanese\r\n[English]\r\nDescription=Tovel Viewer\r\n");
+        WriteFile(folder + "typical.ssf", "[GENERAL]\r\nFileType=Collection\r\nProductCode=TYPICAL\r\nProductCode1=BASE\r\n");
+        WriteFile(folder + "notes.ssf", "[GENERAL]\r\nFileType=readme\r\n");
+        SetRegString("Base", "Version", "5.0");
+    }
+    // Every status line the page showed while the search let window messages run.
+    void RecordStatus() {
+        renderer_.onDoEvents = [this](clsForm& form) { status_.push_back(Caption(form, "StatusLabel")); };
+    }
+    std::vector<std::string> status_;
+};
+
+TEST_F(SearchPage, FillsTheCatalogueAndWhatTheLaterPagesDecideOnThenGoesOn) {
+    WriteDisc("Disc\\");
+    Settings("Path=" + bed_->folder + "Disc\r\n");
+    InstalledProductsFound = {"left from an earlier search"};
+    RecordStatus();
+    Run<clsControlSearch>({});
+    EXPECT_EQ(gApplications.Count(), 2);
+    EXPECT_EQ(gPackets.Count(), 1);
+    EXPECT_EQ(InstalledProductsFound, Lines{"Tovel Base 5.0"});
+    EXPECT_EQ(OldVersionCount, 1);
+    EXPECT_EQ(ProductLanguages, "ABJ");
+    EXPECT_EQ(After("frmSearch"), "frmOldVersion");   // shown because an old version was found
+    ASSERT_EQ(status_.size(), 3u);                     // the product folder and its two sub-folders
+    for (const auto& line : status_) EXPECT_EQ(line, "Searching " + bed_->folder.substr(0, 2) + " ...");
+    EXPECT_TRUE(Logged("Installed products found: 1"));
+}
+
+TEST_F(SearchPage, CancelStopsTheSearchOnlyWhenAnsweredYes) {
+    WriteDisc("Disc\\");
+    Settings("Path=" + bed_->folder + "Disc\r\n");
+    renderer_.playInDoEvents = true;
+    answer_ = mb::kIdNo;
+    Run<clsControlSearch>({Click("CancelBtn")});   // heard while the first folder is searched
+    EXPECT_EQ(messages_, Lines{"Are you sure you want to cancel the setup?"});
+    EXPECT_FALSE(SetupCancelled);
+    EXPECT_EQ(gApplications.Count(), 2);
+    EXPECT_EQ(After("frmSearch"), "frmOldVersion");
+
+    messages_.clear();
+    answer_ = mb::kIdYes;
+    RecordStatus();
+    Run<clsControlSearch>({Click("CancelBtn")});
+    EXPECT_EQ(messages_.size(), 1u);
+    EXPECT_TRUE(SetupCancelled);
+    EXPECT_EQ(reached_, (Lines{"frmSearch", "frmDone"}));
+    EXPECT_EQ(status_.size(), 1u);        // no folder after the answer
+    EXPECT_EQ(gApplications.Count(), 0);  // stopped before any file was read
+    EXPECT_TRUE(Logged("The search was stopped"));
+}
+
+TEST_F(SearchPage, TheStatusLineNamesTheDiscDriveOrAShortenedServer) {
+#ifdef _WIN32
+    GTEST_SKIP() << "needs a disc drive and a network share of the emulated machine";
+#else
+    auto& machine = dynamic_cast<clsMachinePlatform&>(Platform()).Machine();
+    std::filesystem::create_directories(machine.Folder() + "/disc/Base");
+    std::filesystem::create_directories(machine.Folder() + "/server/Base");
+    machine.Config().drives.push_back({'D', DriveType::CdRom, "disc", std::nullopt});
+    machine.Config().shares.push_back({"\\\\averyverylongserver\\products", machine.Folder() + "/server"});
+    RecordStatus();
+
+    Settings("Path=D\r\n");
+    Run<clsControlSearch>({});
+    EXPECT_EQ(status_, (Lines{"Searching D: ...", "Searching D: ..."}));
+
+    status_.clear();
+    Settings("Path=\\\\averyverylongserver\\products\r\n");
+    Run<clsControlSearch>({});
+    EXPECT_EQ(status_, (Lines{"Searching \\\\averyver ... ...", "Searching \\\\averyver ... ..."}));
+#endif
+}
+
+// ---- Setup type ------------------------------------------------------------------------
+
+class SetupTypePage : public Pages {
+protected:
+    void SetUp() override {
+        Pages::SetUp();
+        gApplications.AddItem(Product("BASE", true));
+        gApplications.AddItem(Product("VIEWER", true));
+        AddPacket("USERDEF", "User defined", true, false, {});
+        AddPacket("TYPICAL", "Typical", true, true, {"base", "MISSING"});
+        AddPacket("HIDDEN", "Hidden", false, true, {"VIEWER"});   // preselected, but not offered
+    }
+    void AddPacket(const std::string& code, const std::string& description, bool visible, bool preselected,
+                   const std::vector<std::string>& products) {
+        clsSIFPacketItem packet;
+        packet.ProductCode = code;
+        packet.Description = description;
+        packet.LongDescription = description + " setup";
+        packet.Visible = visible;
+        packet.PreSelect = preselected ? CheckBoxState::kChecked : CheckBoxState::kUnchecked;
+        packet.Selected = preselected;
+        for (const auto& product : products) packet.Add(product);
+        gPackets.AddItem(packet);
+    }
+    Lines SelectedPackets() const {
+        Lines codes;
+        for (const auto& packet : gPackets.Items()) {
+            if (packet.Selected) codes.push_back(packet.ProductCode);
+        }
+        return codes;
+    }
+};
+
+TEST_F(SetupTypePage, UserDefinedAloneSetsTheFirstFlagAndTheSettingDecidesTheSecond) {
+    for (const bool allowed : {true, false}) {
+        Settings(std::string("UserPackUPAllowed=") + (allowed ? "True" : "False") + "\r\n");
+        for (auto& packet : gPackets.Items()) packet.Selected = packet.PreSelect == CheckBoxState::kChecked;
+        Run<clsControlSetupType>({
+            Inspect([](clsForm& form) {
+                EXPECT_EQ(form.Control("SetupTypeList")->items, (Lines{"User defined", "Typical"}));
+                EXPECT_EQ(form.Control("SetupTypeList")->value, 1);   // the preselected packet
+                EXPECT_EQ(Caption(form, "DescriptionLabel"), "Typical setup");
+            }),
+            ChooseLine("SetupTypeList", 0),
+            Inspect([](clsForm& form) { EXPECT_EQ(Caption(form, "DescriptionLabel"), "User defined setup"); }),
+            Click("ContinueBtn"),
+        });
+        EXPECT_EQ(SelectedPackets(), Lines{"USERDEF"}) << allowed;
+        EXPECT_TRUE(UserPacketOnly) << allowed;
+        EXPECT_EQ(UpdatePacketsAllowed, allowed);
+        EXPECT_FALSE(gApplications.Item(1)->Selected);   // no packet selected brings them in
+        EXPECT_EQ(After("frmSetupType"), "frmCustomSetup");
+    }
+}
+
+TEST_F(SetupTypePage, AnotherPacketClearsTheFirstFlagSetsTheSecondAndSelectsItsProducts) {
+    Settings("UserPackUPAllowed=False\r\n");
+    UserPacketOnly = true;
+    Run<clsControlSetupType>({Click("ContinueBtn")});   // the preselected "Typical"
+    EXPECT_EQ(SelectedPackets(), Lines{"TYPICAL"});
+    EXPECT_FALSE(UserPacketOnly);
+    EXPECT_TRUE(UpdatePacketsAllowed);
+    EXPECT_TRUE(gApplications.Item(1)->Selected);    // "base" names BASE in any case
+    EXPECT_FALSE(gApplications.Item(2)->Selected);
+    EXPECT_TRUE(Logged("I'm missing a product with the description 'MISSING'"));
+    EXPECT_FALSE(Logged("description 'base'"));
+}
+
+// ---- Destination -----------------------------------------------------------------------
+
+class DestinationPage : public Pages {
+protected:
+    void SetUp() override {
+        Pages::SetUp();
+        auto base = Product("BASE", true, 300);
+        base.DefaultPath = "C:\\Program Files\\Tovel\\Base";
+        gApplications.AddItem(base);
+        gApplications.AddItem(Product("VIEWER", true, 400));
+        gApplications.AddItem(Product("EXTRA", false, 10000));   // not selected: not counted
+    }
+#ifndef _WIN32
+    // C: 500 MB free, E: 5000 MB, a CD-ROM, a removable and a network drive.
+    void Drives() {
+        auto& machine = dynamic_cast<clsMachinePlatform&>(Platform()).Machine();
+        auto& drives = machine.Config().drives;
+        drives.erase(std::remove_if(drives.begin(), drives.end(), [](const DriveMapping& d) { return d.letter != 'C'; }),
+                     drives.end());
+        drives.front().freeBytes = 500ull << 20;
+        for (const char* folder : {"drive_d", "drive_e", "drive_n", "drive_r"}) {
+            std::filesystem::create_directories(machine.Folder() + "/" + folder);
+        }
+        drives.push_back({'D', DriveType::CdRom, "drive_d", std::nullopt});
+        drives.push_back({'E', DriveType::Fixed, "drive_e", 5000ull << 20});
+        drives.push_back({'N', DriveType::Remote, "drive_n", 7000ull << 20});
+        drives.push_back({'R', DriveType::Removable, "drive_r", std::nullopt});
+    }
+#endif
+    static Lines DriveLetters(clsForm& form, const std::string& list) {
+        Lines letters;
+        for (const auto& item : form.Control(list)->items) letters.push_back(item.substr(0, 2));
+        return letters;
+    }
+};
+
+TEST_F(DestinationPage, RefusesADriveTooSmallAndStoresTheChoiceInEveryRecord) {
+#ifdef _WIN32
+    GTEST_SKIP() << "needs drives whose free space the test sets";
+#else
+    Drives();
+    Settings("OnlyFixedDrivesAllowed=True\r\n");
+    Run<clsControlDestination>({
+        Inspect([](clsForm& form) {
+            EXPECT_EQ(form.Control("DestDriveList")->items, (Lines{"C:  500 MB", "E:  5000 MB"}));
+            EXPECT_EQ(form.Control("DestDriveList")->value, 0);
+            EXPECT_EQ(Caption(form, "DestPathText"), "C:\\Program Files\\Tovel\\Base");
+            EXPECT_EQ(Caption(form, "SpaceRequiredLabel"), "Space required: 700 MB");
+            EXPECT_EQ(Caption(form, "SpaceAvailableLabel"), "Space available: 500 MB");
+            EXPECT_TRUE(form.Control("DataDriveList")->visible);
+        }),
+        Click("ContinueBtn"),
+        ChooseLine("DestDriveList", 1),
+        Inspect([](clsForm& form) {
+            EXPECT_EQ(Caption(form, "DestPathText"), "E:\\Program Files\\Tovel\\Base");
+            EXPECT_EQ(Caption(form, "SpaceAvailableLabel"), "Space available: 5000 MB");
+        }),
+        ChooseLine("DataDriveList", 0),
+        Click("ContinueBtn"),
+    });
+    ASSERT_EQ(messages_.size(), 1u);
+    EXPECT_EQ(messages_[0],
+              "There is not enough free space on drive C:.\r\nRequired: 700 MB, available: 500 MB.\r\n"
+              "Please free some space or choose another drive.");
+    EXPECT_TRUE(Logged("Not enough free space on drive C: (required 700 MB, available 500 MB): the page stays."));
+    for (const auto& item : gApplications.Items()) {
+        EXPECT_EQ(item.DestDrive, "E:") << item.ProductCode;
+        EXPECT_EQ(item.DestPath, "E:\\Program Files\\Tovel\\Base") << item.ProductCode;
+        EXPECT_EQ(item.DataDrive, "C:") << item.ProductCode;
+    }
+    EXPECT_EQ(After("frmDestination"), "frmCustomSetup");
+#endif
+}
+
+TEST_F(DestinationPage, OnlyFixedDrivesWhenTheSettingSaysSoAndNeverACdRom) {
+#ifdef _WIN32
+    GTEST_SKIP() << "needs drives of every type on the emulated machine";
+#else
+    Drives();
+    Settings("AskForDataDrive=False\r\n");
+    Run<clsControlDestination>({
+        Inspect([](clsForm& form) {
+            EXPECT_EQ(DriveLetters(form, "DestDriveList"), (Lines{"C:", "E:", "N:", "R:"}));
+            EXPECT_EQ(form.Control("DestDriveList")->items.back(), "R:");   // a removable drive is not asked
+            EXPECT_FALSE(form.Control("DataDriveList")->visible);
+            EXPECT_FALSE(form.Control("DataDriveLabel")->visible);
+        }),
+        Type("DestPathText", "N:\\Tovel"),
+        Click("ContinueBtn"),
+    });
+    EXPECT_TRUE(messages_.empty());
+    EXPECT_EQ(gApplications.Item(1)->DataDrive, "N:");   // without the question: the destination drive
+
+    Settings("OnlyFixedDrivesAllowed=True\r\nAskForDataDrive=False\r\n");
+    Run<clsControlDestination>({
+        Inspect([](clsForm& form) { EXPECT_EQ(DriveLetters(form, "DestDriveList"), (Lines{"C:", "E:"})); }),
+        Type("DestPathText", "N:\\Tovel"),
+        Inspect([](clsForm& form) { EXPECT_EQ(form.Control("DestDriveList")->value, -1); }),
+        Click("ContinueBtn"),
+    });
+    EXPECT_EQ(messages_, Lines{"Drive N: cannot be used.\r\nPlease choose a local hard disk."});
+    EXPECT_EQ(gApplications.Item(1)->DestPath, "N:\\Tovel");   // the earlier choice stays
+#endif
+}
+
+TEST_F(DestinationPage, TheFolderDialogAndAPathThatIsNoFullPath) {
+    for (auto& item : gApplications.Items()) item.DiskSpaceDestDrv = 0;   // any drive has room
+    WriteFile("Target\\B\\keep.txt", "");
+    WriteFile("Target\\A\\keep.txt", "");
+    const std::string target = bed_->folder + "Target";
+    Settings("");
+    Run<clsControlDestination>({
+        Type("DestPathText", "Program Files\\Tovel"),
+        Click("ContinueBtn"),   // no drive: refused
+        Type("DestPathText", target + "\\New\\"),
+        Click("BrowseBtn"),
+        // The folder dialog: the nearest folder that exists is listed.
+        Inspect([&](clsForm& form) {
+            EXPECT_EQ(form.Control("FolderList")->items, (Lines{"..", "A", "B"}));
+            EXPECT_EQ(Caption(form, "PathText"), target + "\\New");
+        }),
+        Click("CancelBtn"),   // leaves the dialog only
+        Inspect([&](clsForm& form) { EXPECT_EQ(Caption(form, "DestPathText"), target + "\\New\\"); }),
+        Click("BrowseBtn"),
+        ChooseLine("FolderList", 2),
+        Inspect([&](clsForm& form) {
+            EXPECT_EQ(Caption(form, "PathText"), target + "\\B");
+            EXPECT_EQ(form.Control("FolderList")->items, (Lines{".."}));
+        }),
+        Click("OKBtn"),
+        Click("ContinueBtn"),
+    });
+    EXPECT_EQ(messages_, Lines{"The path \"Program Files\\Tovel\" is not valid.\r\nPlease enter a full path including the drive letter."});
+    for (const auto& item : gApplications.Items()) {
+        EXPECT_EQ(item.DestPath, target + "\\B");
+        EXPECT_EQ(item.DestDrive, target.substr(0, 2));
+    }
+    EXPECT_EQ(After("frmDestination"), "frmCustomSetup");
+}
+
+// ---- The interim component and installation pages ---------------------------------------
+
+TEST_F(Pages, TheComponentPageShowsTheCheckStatesAsTheyAre) {
+    auto locked = Product("BETA", false);
+    locked.CheckBox = CheckBoxState::kUncheckedLocked;
+    auto hidden = Product("GAMMA", true);
+    hidden.HideInstall = true;
+    auto invisible = Product("DELTA", true);
+    invisible.Visible = false;
+    for (const auto& item : {Product("ALPHA", true), locked, hidden, invisible}) gApplications.AddItem(item);
+    Run<clsControlCustomSetup>({
+        Inspect([](clsForm& form) {
+            EXPECT_EQ(form.Control("ProductList")->items,
+                      (Lines{"[x] ALPHA product (checkbox)", "[ ] BETA product (disableduncheckbox)"}));
+        }),
+        ChooseLine("ProductList", 1),
+        Inspect([](clsForm& form) { EXPECT_EQ(Caption(form, "DescriptionLabel"), "All about BETA"); }),
+        Click("ContinueBtn"),
+    });
+    EXPECT_FALSE(gApplications.Item(2)->Selected);   // nothing changed
+    EXPECT_EQ(After("frmCustomSetup"), "frmInstallation");
+}
+
+TEST_F(Pages, TheInstallationPageSaysNothingIsInstalledAndListsTheChoiceInOrder) {
+    for (int i = 1; i <= 30; ++i) gApplications.AddItem(Product("P" + std::to_string(i), i != 2));
+    auto& page = Run<clsControlInstall>({Click("AbordBtn")});
+    clsForm& form = page.Form();
+    EXPECT_NE(Caption(form, "InstallationLabel").find("nothing is installed"), std::string::npos);
+    EXPECT_EQ(Caption(form, "StatusLabel", 0), "P1 product");
+    EXPECT_EQ(Caption(form, "StatusLabel", 1), "P3 product");   // P2 is not selected
+    EXPECT_EQ(Caption(form, "ProgressLabel"), "0 / 29");
+    EXPECT_EQ(Caption(form, "AbordBtn"), "Next >");
+    int lines = 0;
+    std::string last;
+    for (const auto& c : form.Controls()) {
+        if (c.name != "StatusLabel" || !c.visible) continue;
+        ++lines;
+        last = c.caption;
+        EXPECT_LE(c.top + c.height, form.Control("ProgressLabel")->top) << c.index;
+    }
+    EXPECT_EQ(last, "... and " + std::to_string(29 - (lines - 1)) + " more");
+    EXPECT_EQ(After("frmInstallation"), "frmDone");
+
+    SilentMode = true;   // nobody presses the button
+    Run<clsControlInstall>({});
+    EXPECT_EQ(After("frmInstallation"), "frmDone");
+}
+
+} // namespace
+} // namespace tovel

@@ -1,0 +1,48 @@
+#pragma once
+// One line of a wizard script: what a disc author (or a test) types to drive the text
+// wizard without a person. The grammar, one action a line:
+//
+//   line    = blank | "#" comment | action
+//   action  = "click"  control          press a button, choose an option, toggle a check box
+//           | "choose" control          choose an option
+//           | "tick"   control          make a check box ticked (nothing if it is)
+//           | "untick" control          make a check box clear (nothing if it is)
+//           | "type"   control "=" text  replace a text box's text
+//           | "enter"                   press the default button
+//           | "esc"                     press the cancel button, or else the close box
+//           | "close"                   the close box of the form
+//           | "timer" [timer-name]      fire the form's running timers (or one) once
+//           | "wait" [count]            let time pass: fire the running timers, count times
+//   control = name [index] | name "(" index ")"      index: element of a control array
+//   text    = everything after the first "=", blanks at both ends removed; in double
+//             quotes ("  a b  ") it is kept as written, so "" is an empty text
+//
+// Verbs and control names are matched without regard to case; a line may begin with
+// blanks and end with a carriage return.
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace tovel {
+
+enum class ScriptVerb { None, Click, Choose, Tick, Untick, Type, Enter, Esc, Close, Timer, Wait };
+
+struct ScriptCommand {
+    ScriptVerb verb = ScriptVerb::None;   ///< None: a blank or comment line, or a wrong one
+    std::string control{};                ///< control name as written
+    int index = -1;                       ///< control array element; -1 for none given
+    std::string text{};                   ///< type: the new text; timer: the timer's name
+    int count = 1;                        ///< wait: how many rounds
+    std::string error{};                  ///< why the line is wrong; empty when it is not
+};
+
+class clsScriptCommand {
+public:
+    static constexpr int kMaxWait = 10000;
+    /// Reads one line. A wrong line comes back with verb None and the reason in `error`.
+    [[nodiscard]] static ScriptCommand Parse(std::string_view line);
+    /// The verb's word ("click").
+    [[nodiscard]] static std::string Word(ScriptVerb verb);
+};
+
+} // namespace tovel

@@ -1,0 +1,73 @@
+#include "wizard/mdlWizard.h"
+
+#include <functional>
+#include <map>
+
+#include "catalogue/CatalogueGlobals.h"
+#include "startup/Main.h"
+#include "wizard/WizardGlobals.h"
+#include "wizard/clsControlBusSystem.h"
+#include "wizard/clsControlCustomSetup.h"
+#include "wizard/clsControlDestination.h"
+#include "wizard/clsControlDone.h"
+#include "wizard/clsControlIdentification.h"
+#include "wizard/clsControlInformation.h"
+#include "wizard/clsControlInstall.h"
+#include "wizard/clsControlLanguage.h"
+#include "wizard/clsControlLicense.h"
+#include "wizard/clsControlOldVersion.h"
+#include "wizard/clsControlReadMe.h"
+#include "wizard/clsControlSearch.h"
+#include "wizard/clsControlSetupLanguage.h"
+#include "wizard/clsControlSetupType.h"
+#include "wizard/clsControlUpdateOrNew.h"
+#include "wizard/clsControlWelcome.h"
+#include "wizard/clsControlWelcome2.h"
+
+namespace tovel {
+
+namespace {
+
+template <typename Controller>
+std::unique_ptr<clsPageController> Make() {
+    return std::make_unique<Controller>();
+}
+
+} // namespace
+
+std::unique_ptr<clsPageController> MakePageController(const std::string& page) {
+    static const std::map<std::string, std::function<std::unique_ptr<clsPageController>()>> kPages = {
+        {"frmWelcome", Make<clsControlWelcome>},
+        {"frmSetupLanguage", Make<clsControlSetupLanguage>},
+        {"frmWelcome2", Make<clsControlWelcome2>},
+        {"frmReadme", Make<clsControlReadMe>},
+        {"frmSearch", Make<clsControlSearch>},
+        {"frmOldVersion", Make<clsControlOldVersion>},
+        {"frmLicense", Make<clsControlLicense>},
+        {"frmInformation", Make<clsControlInformation>},
+        {"frmIdentification", Make<clsControlIdentification>},
+        {"frmDestination", Make<clsControlDestination>},
+        {"frmLanguages", Make<clsControlLanguage>},
+        {"frmUpdateOrNew", Make<clsControlUpdateOrNew>},
+        {"frmSetupType", Make<clsControlSetupType>},
+        {"frmBusSystem", Make<clsControlBusSystem>},
+        {"frmCustomSetup", Make<clsControlCustomSetup>},
+        {"frmInstallation", Make<clsControlInstall>},
+        {"frmDone", Make<clsControlDone>},
+    };
+    const auto found = kPages.find(page);
+    return found == kPages.end() ? nullptr : found->second();
+}
+
+void RunWizard() {
+    clsDialogOrder::Hooks hooks;
+    hooks.controllers = MakePageController;
+    hooks.selectFromPackets = [] { gCommonSection.SelectApplicationsFromPackets(); };
+    hooks.applyBusSystem = [] { gCommonSection.ApplyBusSystemSelection(); };
+    hooks.endProgram = [] { EndProgram(); };
+    gDialogOrder = std::make_unique<clsDialogOrder>(std::move(hooks));
+    gDialogOrder->Initialize();
+    gDialogOrder->NextDialog("");
+}
+
+} // namespace tovel
