@@ -26,6 +26,7 @@
 #include "bench/SyntheticDisc.h"
 #include "catalogue/CatalogueGlobals.h"
 #include "catalogue/clsSSFSearch.h"
+#include "bench/BenchTiming.h"
 #include "platform/posix/clsMachinePlatform.h"
 #include "platform/posix/clsMachineProfile.h"
 #include "settings/clsIniFile.h"
@@ -34,29 +35,12 @@
 #include "startup/Globals.h"
 
 using namespace tovel;
+using namespace tovel::bench;
 
 namespace {
 
 constexpr int kPackets = 8;
 
-double Seconds(const std::function<void()>& pass) {
-    const auto start = std::chrono::steady_clock::now();
-    pass();
-    return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-}
-
-double Median(std::vector<double> values) {
-    std::sort(values.begin(), values.end());
-    return values[values.size() / 2];
-}
-
-// Waits until the files written can no longer change within the second their time shows,
-// as files on a disc: the reader then trusts their stamp.
-void WaitTillSettled() { std::this_thread::sleep_for(std::chrono::milliseconds(2100)); }
-
-void Row(const char* what, double seconds, double baseline, int count, const char* unit) {
-    std::printf("  %-58s %9.2f ms %8.2f us/%s %7.2fx\n", what, seconds * 1e3, seconds * 1e6 / count, unit, seconds / baseline);
-}
 
 // Every file below a folder, read as bytes: what any reader of the disc must at least do.
 size_t ReadTree(const std::string& folder) {

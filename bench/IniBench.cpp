@@ -17,26 +17,17 @@
 #include <thread>
 #include <vector>
 
+#include "bench/BenchTiming.h"
 #include "platform/posix/clsMachinePlatform.h"
 #include "platform/posix/clsMachineProfile.h"
 #include "settings/clsIniFile.h"
 
 using namespace tovel;
+using namespace tovel::bench;
 
 namespace {
 
 constexpr int kKeys = 60;
-
-double Seconds(const std::function<void()>& pass) {
-    const auto start = std::chrono::steady_clock::now();
-    pass();
-    return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-}
-
-double Median(std::vector<double> values) {
-    std::sort(values.begin(), values.end());
-    return values[values.size() / 2];
-}
 
 std::string FileName(int i) {
     char name[32];
@@ -52,13 +43,6 @@ std::string ProductFile(int i) {
     return text;
 }
 
-// Waits until files written up to now can no longer change within the second their time
-// shows, so reads are answered on their stamp alone, as for files on a disc.
-void WaitTillSettled() { std::this_thread::sleep_for(std::chrono::milliseconds(2100)); }
-
-void Row(const char* what, double seconds, double baseline, int files) {
-    std::printf("  %-52s %9.1f ms %8.1f us/file %7.2fx\n", what, seconds * 1e3, seconds * 1e6 / files, seconds / baseline);
-}
 
 } // namespace
 
@@ -141,11 +125,11 @@ int main(int argc, char** argv) {
     const double stats = Seconds(statsOnly);   // once: it only explains (c)
     const double a = Median(bytes);
     std::printf("%d files of %d keys, median of %d passes (ratio against (a)):\n", files, kKeys, passes);
-    Row("(a) ReadFile of each file", a, a, files);
-    Row("(b) all keys, a new clsIniFile per file", Median(fresh), a, files);
-    Row("(c) all keys again, objects kept (from memory)", Median(cached), a, files);
-    Row("    of which: one Stat per key read (one pass)", stats, a, files);
-    Row("(d) parse and all keys from bytes in memory", Median(parsed), a, files);
+    Row("(a) ReadFile of each file", a, a, files, "file");
+    Row("(b) all keys, a new clsIniFile per file", Median(fresh), a, files, "file");
+    Row("(c) all keys again, objects kept (from memory)", Median(cached), a, files, "file");
+    Row("    of which: one Stat per key read (one pass)", stats, a, files, "file");
+    Row("(d) parse and all keys from bytes in memory", Median(parsed), a, files, "file");
     std::printf("  (b)/(a) = %.2f\n", Median(fresh) / a);
 
     std::vector<double> manyBytes, manyParse, manyList;
@@ -165,9 +149,9 @@ int main(int argc, char** argv) {
     }
     const double m = Median(manyBytes);
     std::printf("one file of 100,000 sections (%zu bytes):\n", many.size());
-    Row("(a) ReadFile", m, m, 1);
-    Row("(b) new clsIniFile, key of the last section", Median(manyParse), m, 1);
-    Row("(c) new clsIniFile, GetSectionsEx", Median(manyList), m, 1);
+    Row("(a) ReadFile", m, m, 1, "file");
+    Row("(b) new clsIniFile, key of the last section", Median(manyParse), m, 1, "file");
+    Row("(c) new clsIniFile, GetSectionsEx", Median(manyList), m, 1, "file");
 
     kept.clear();
     InstallPlatform(nullptr).reset();

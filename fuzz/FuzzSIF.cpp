@@ -26,8 +26,7 @@
 #include "catalogue/clsSSFSearch.h"
 #include "common/clsString.h"
 #include "platform/clsPlatform.h"
-#include "platform/posix/clsMachinePlatform.h"
-#include "platform/posix/clsMachineProfile.h"
+#include "fuzz/FuzzMachine.h"
 #include "settings/clsIniFile.h"
 #include "settings/clsIniText.h"
 #include "settings/clsPlaceholder.h"
@@ -36,6 +35,7 @@
 #include "startup/Globals.h"
 
 using namespace tovel;
+using namespace tovel::fuzz;
 
 namespace {
 
@@ -43,14 +43,6 @@ constexpr const char* kDisc = "C:\\Disc\\";
 constexpr const char* kProducts = "C:\\Disc\\Products\\";
 constexpr const char* kFile = "C:\\Disc\\Products\\Fuzz.ssf";
 
-void Require(bool condition) {
-    if (!condition) std::abort();
-}
-
-std::string& MachineFolder() {
-    static std::string folder;
-    return folder;
-}
 
 // The description file as the host sees it: each input is written there directly, as a
 // write through the machine syncs the disk and would be most of the run's time.
@@ -59,19 +51,11 @@ std::string& HostFile() {
     return file;
 }
 
-void RemoveMachine() {
+void ReleaseGlobals() {
     gApplications.RemoveAllItem();
     gPackets.RemoveAllItem();
     gPlaceholder.reset();
     gSetupsIni.reset();
-    std::error_code ec;
-    if (!MachineFolder().empty()) std::filesystem::remove_all(MachineFolder(), ec);
-}
-
-void SetValue(const std::string& key, const std::string& name, const std::string& value, RegType type) {
-    clsRegistry registry;
-    Require(registry.InitWithRegPath(key));
-    Require(registry.SetKeyValue(name, value, type));
 }
 
 // Characters, as the reader's buffer counts them (the text is UTF-8).
@@ -191,18 +175,10 @@ void CheckPacket(const clsSIFPacketItem& packet) {
 } // namespace
 
 extern "C" int LLVMFuzzerInitialize(int*, char***) {
-    std::string pattern = (std::filesystem::temp_directory_path() / "tovel-fuzz-sif.XXXXXX").string();
-    Require(mkdtemp(pattern.data()) != nullptr);
-    MachineFolder() = pattern;
-    std::atexit(RemoveMachine);
-    std::string error;
-    auto machine = clsMachine::Create(MachineFolder() + "/machine", clsMachineProfile::Default(), error);
-    Require(machine != nullptr);
-    HostFile() = machine->HostPath(kFile).value_or("");
+    BeforeRemoval() = ReleaseGlobals;
+    clsMachinePlatform& platform = InstallFuzzMachine("sif");
+    HostFile() = platform.Machine().HostPath(kFile).value_or("");
     Require(!HostFile().empty());
-    auto platform = clsMachinePlatform::Make(std::move(machine), MachineProcess{}, error);
-    Require(platform != nullptr);
-    InstallPlatform(std::move(platform));
 
     auto& files = Platform().Files();
     Require(files.CreateFolder(kDisc) && files.CreateFolder(kProducts) && files.WriteFileAtomic(kFile, ""));

@@ -17,33 +17,14 @@
 
 #include "catalogue/clsSetupTerm.h"
 #include "common/clsVersion.h"
-#include "platform/posix/clsMachinePlatform.h"
-#include "platform/posix/clsMachineProfile.h"
+#include "fuzz/FuzzMachine.h"
 #include "settings/clsRegistry.h"
 
 using namespace tovel;
+using namespace tovel::fuzz;
 
 namespace {
 
-void Require(bool condition) {
-    if (!condition) std::abort();
-}
-
-std::string& MachineFolder() {
-    static std::string folder;
-    return folder;
-}
-
-void RemoveMachine() {
-    std::error_code ec;
-    if (!MachineFolder().empty()) std::filesystem::remove_all(MachineFolder(), ec);
-}
-
-void SetValue(const std::string& key, const std::string& name, const std::string& value, RegType type) {
-    clsRegistry registry;
-    Require(registry.InitWithRegPath(key));
-    Require(registry.SetKeyValue(name, value, type));
-}
 
 bool SameOutcome(const TermOutcome& a, const TermOutcome& b) {
     return a.holds == b.holds && a.valueExisted == b.valueExisted && a.registryPath == b.registryPath &&
@@ -58,16 +39,7 @@ bool EndsWith(std::string_view text, std::string_view suffix) {
 } // namespace
 
 extern "C" int LLVMFuzzerInitialize(int*, char***) {
-    std::string pattern = (std::filesystem::temp_directory_path() / "tovel-fuzz-term.XXXXXX").string();
-    Require(mkdtemp(pattern.data()) != nullptr);
-    MachineFolder() = pattern;
-    std::atexit(RemoveMachine);
-    std::string error;
-    auto machine = clsMachine::Create(MachineFolder() + "/machine", clsMachineProfile::Default(), error);
-    Require(machine != nullptr);
-    auto platform = clsMachinePlatform::Make(std::move(machine), MachineProcess{}, error);
-    Require(platform != nullptr);
-    InstallPlatform(std::move(platform));
+    (void)InstallFuzzMachine("term");
 
     const std::string key = "HKEY_CURRENT_USER\\Software\\Fuzz";
     SetValue(key, "Version", "2.5.1", RegType::Sz);

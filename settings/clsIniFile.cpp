@@ -76,6 +76,10 @@ const clsIniText* clsIniFile::Load(const std::string& path) {
     settled_ = false;
     auto& files = Platform().Files();
     const uint32_t codePage = Platform().System().AnsiCodePage();
+    // A file read once needs no stamp: it is never compared again.
+    if (readOnce_) {
+        if (auto bytes = files.ReadFile(path)) return Parsed(path, *bytes, codePage);
+    }
     const auto entry = files.Stat(path);
     if (!entry) {
         // No file reads as an empty one; its coming into being changes the stamp.
@@ -95,15 +99,22 @@ const clsIniText* clsIniFile::Load(const std::string& path) {
         reportedUnreadable_ = true;
         return nullptr;
     }
-    reportedUnreadable_ = false;
-    std::vector<std::string> warnings;
-    text_ = clsIniText::Parse(*bytes, codePage, warnings);
-    for (const auto& warning : warnings) Report(path + ": " + warning);
+    (void)Parsed(path, *bytes, codePage);
     stamp_ = Stamp{true, entry->size, entry->modified};
     // Bytes of another length than Stat gave mean the file changed meanwhile: the next
     // operation compares them again.
     settled_ = bytes->size() == entry->size && NowSeconds() >= entry->modified + kSettleSeconds;
     if (!settled_) bytes_ = std::move(*bytes);
+    return &*text_;
+}
+
+const clsIniText* clsIniFile::Parsed(const std::string& path, std::string_view bytes, uint32_t codePage) {
+    reportedUnreadable_ = false;
+    std::vector<std::string> warnings;
+    text_ = clsIniText::Parse(bytes, codePage, warnings);
+    for (const auto& warning : warnings) Report(path + ": " + warning);
+    stamp_ = Stamp{true, bytes.size(), 0};
+    settled_ = true;
     return &*text_;
 }
 

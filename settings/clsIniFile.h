@@ -93,6 +93,8 @@ private:
     /// The file's text, read again if it changed; nullptr when it cannot be read.
     const clsIniText* Current();
     const clsIniText* Load(const std::string& path);
+    /// Keeps the text of the bytes read, reporting what the parser warned of.
+    const clsIniText* Parsed(const std::string& path, std::string_view bytes, uint32_t codePage);
     /// Applies a change to the current text and writes the file if it changed.
     template <typename Change>
     void Write(const std::string& action, Change change);
