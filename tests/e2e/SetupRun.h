@@ -46,9 +46,12 @@ protected:
     void WriteDisc(const std::string& relative, const std::string& bytes) { Write(Disc() / relative, bytes); }
     void WriteMachine(const std::string& relative, const std::string& bytes) { Write(Machine() / relative, bytes); }
     [[nodiscard]] std::string ReadMachine(const std::string& relative) const { return Read(Machine() / relative); }
+    [[nodiscard]] std::string ReadDisc(const std::string& relative) const { return Read(Disc() / relative); }
 
     /// Runs tovelsetup with its own options first, then the Windows switches; the exit status.
-    int Run(const std::vector<std::string>& windowsArguments = {}, std::vector<std::string> options = {}) {
+    /// Its input is the script (one action a line; none: the input ends at once).
+    int Run(const std::vector<std::string>& windowsArguments = {}, std::vector<std::string> options = {},
+            const std::string& script = "") {
         std::vector<std::string> args = {TOVEL_BINARY, "--machine=" + Machine().string()};
         if (std::find_if(options.begin(), options.end(), [](const std::string& o) { return o.rfind("--disc", 0) == 0; }) ==
             options.end())
@@ -58,7 +61,9 @@ protected:
         args.insert(args.end(), windowsArguments.begin(), windowsArguments.end());
         std::string command;
         for (const auto& a : args) command += "'" + a + "' ";
-        command += "</dev/null 2>&1";
+        const std::filesystem::path input = root_ / "script.txt";
+        Write(input, script);
+        command += "<'" + input.string() + "' 2>&1";
         FILE* pipe = popen(command.c_str(), "r");
         output_.clear();
         char buffer[4096];
@@ -67,6 +72,18 @@ protected:
         return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
     }
     [[nodiscard]] const std::string& Output() const { return output_; }
+    /// The pages the run printed, in order ("frmWelcome2"), each time it waited on one.
+    [[nodiscard]] std::vector<std::string> PagesShown() const {
+        std::vector<std::string> pages;
+        for (size_t at = output_.find("== "); at != std::string::npos; at = output_.find("\n== ", at + 1)) {
+            const size_t start = output_[at] == '\n' ? at + 4 : at + 3;
+            const size_t colon = output_.find(':', start);
+            if (colon == std::string::npos) break;
+            std::string page = output_.substr(start, colon - start);
+            if (pages.empty() || pages.back() != page) pages.push_back(page);
+        }
+        return pages;
+    }
     /// True if the output shows a message form with this caption and, after it, the text.
     [[nodiscard]] bool ShowedMessage(const std::string& caption, const std::string& text) const {
         const size_t form = output_.find("== frmMessage: " + caption + " ==");

@@ -1,0 +1,94 @@
+// The sample disc's wizard walked by the real program, as a person would: forwards to the
+// end, back and forth, cancelled, in German and in the second form set.
+#include "tests/e2e/SetupRun.h"
+
+namespace tovel::test {
+namespace {
+
+using Pages = std::vector<std::string>;
+
+// Through every page of the sample disc to Done (the welcome page goes on by itself).
+constexpr const char* kForwards =
+    "click ContinueBtn\n"          // setup language
+    "click ContinueBtn\n"          // second welcome
+    "click ContinueBtn\n"          // readme; the search goes on by itself
+    "click YesBtn\n"               // licence
+    "click ContinueBtn\n"          // information
+    "type NameText = Jane Roe\n"
+    "type CompanyText = Plant 4\n"
+    "click ContinueBtn\n"          // identification
+    "click ContinueBtn\n"          // destination
+    "click ContinueBtn\n"          // product languages
+    "click ContinueBtn\n"          // setup type
+    "click ContinueBtn\n"          // bus system
+    "click ContinueBtn\n"          // products
+    "click AbordBtn\n"             // installation (nothing yet)
+    "click DoneBtn\n";
+
+const Pages kAllPages = {"frmSetupLanguage", "frmWelcome2",    "frmReadme",   "frmSearch",    "frmLicense",
+                         "frmInformation",   "frmIdentification", "frmDestination", "frmLanguages", "frmSetupType",
+                         "frmBusSystem",     "frmCustomSetup", "frmInstallation", "frmDone"};
+
+class WizardRun : public SetupRun {
+protected:
+    void SetUp() override {
+        SetupRun::SetUp();
+        UseSampleDisc();
+    }
+};
+
+TEST_F(WizardRun, ForwardsThroughEveryPageToDone) {
+    ASSERT_EQ(Run({}, {"--create=xppro"}, kForwards), 0) << Output();
+    Pages shown = PagesShown();
+    std::erase(shown, "frmIdentification");   // printed again after each typed text
+    Pages expected = kAllPages;
+    std::erase(expected, "frmIdentification");
+    EXPECT_EQ(shown, expected) << Output();
+    EXPECT_EQ(Output().find("\n! "), std::string::npos) << Output();
+    EXPECT_TRUE(Logged("Page frmOldVersion skipped "));
+    EXPECT_TRUE(Logged("Log file closed. "));
+}
+
+TEST_F(WizardRun, BackAndForthAndCancelAnsweredNoThenYes) {
+    const std::string script =
+        "click ContinueBtn\n"      // setup language
+        "click ContinueBtn\n"      // second welcome
+        "click BackBtn\n"          // readme: back to the second welcome
+        "click BackBtn\n"          // back to the setup language
+        "click ContinueBtn\n"
+        "click ContinueBtn\n"
+        "click ContinueBtn\n"      // readme; search
+        "click BackBtn\n"          // licence: back passes the old-version page and the search
+        "click CancelBtn\n"        // readme: cancel?
+        "click MessageButton 1\n"  // No
+        "click CancelBtn\n"
+        "click MessageButton 0\n"  // Yes
+        "click DoneBtn\n";
+    EXPECT_EQ(Run({}, {"--create=xppro"}, script), 1602 & 0xFF) << Output();
+    const Pages expected = {"frmSetupLanguage", "frmWelcome2", "frmReadme", "frmWelcome2", "frmSetupLanguage", "frmWelcome2",
+                            "frmReadme",        "frmSearch",   "frmLicense", "frmReadme", "frmMessage", "frmReadme",
+                            "frmMessage",       "frmDone"};
+    EXPECT_EQ(PagesShown(), expected) << Output();
+    EXPECT_TRUE(Logged("Setup cancelled on page frmReadme "));
+}
+
+TEST_F(WizardRun, GermanAndTheSecondFormSet) {
+    std::string settings = ReadDisc("Setups.ini");
+    const size_t at = settings.find("[SETTINGS]\r\n");
+    ASSERT_NE(at, std::string::npos);
+    settings.insert(at + 12, "OldForms=False\r\n");
+    WriteDisc("Setups.ini", settings);
+    // The frmMSI licence page accepts with its option and Next instead of Yes.
+    std::string script = kForwards;
+    script.replace(script.find("click YesBtn\n"), 13, "click optYes\nclick ContinueBtn\n");
+    ASSERT_EQ(Run({}, {"--create=xppro,de"}, script), 0) << Output();
+    const Pages shown = PagesShown();
+    ASSERT_FALSE(shown.empty());
+    EXPECT_EQ(shown.front(), "frmMSISetupLanguage");
+    EXPECT_EQ(shown.back(), "frmMSIDone");
+    EXPECT_NE(Output().find("Weiter >"), std::string::npos) << Output();
+    EXPECT_EQ(Output().find("\n! "), std::string::npos) << Output();
+}
+
+} // namespace
+} // namespace tovel::test
