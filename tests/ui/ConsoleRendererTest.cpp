@@ -74,6 +74,9 @@ clsForm IdentificationPage() {
               .caption = "Send me news"});
     form.Add({.name = "NotesText", .kind = ControlKind::TextBox, .left = 120, .top = 2000, .width = 5000, .height = 600,
               .caption = "Line one\r\n\r\nLine three", .multiLine = true, .locked = true});
+    form.Add({.name = "VersionList", .kind = ControlKind::ListBox, .left = 120, .top = 2650, .width = 5000, .height = 200,
+              .items = {"Tovel Runtime 1.0", "Tovel Studio 2.1"}});
+    form.Add({.name = "ButtonLine", .kind = ControlKind::Frame, .left = 120, .top = 2900, .width = 5700, .height = 30});
     form.Add({.name = "HiddenLabel", .kind = ControlKind::Label, .left = 120, .top = 2700, .caption = "never shown",
               .visible = false});
     form.Add(Button("BackBtn", "< Back", 1500, 3000));
@@ -128,6 +131,10 @@ TEST(ConsoleScript, PrintsThePageInReadingOrderWithTheNamesToType) {
         "  | Line one\n"
         "  |\n"
         "  | Line three\n"
+        "VersionList:\n"
+        "  - Tovel Runtime 1.0\n"
+        "  - Tovel Studio 2.1\n"
+        "------  ButtonLine\n"
         "[ < Back ]  BackBtn\n"
         "[ Continue > ] (default)  ContinueBtn\n"
         "[ Cancel ] (cancel)  CancelBtn\n"
@@ -553,6 +560,15 @@ TEST(ConsoleLayout, AMessageIsCentredOverThePageInFront) {
     EXPECT_TRUE(AnyLineHas(lines, "[ busy ]")) << "on the form in front";
     EXPECT_EQ(lines[static_cast<size_t>(box.y)].substr(static_cast<size_t>(box.x), 2), "+=") << "the front frame is doubled";
     EXPECT_EQ(messageView.focus, std::optional<size_t>(1));
+
+    // Alone (before the first page) a message keeps a page's scale instead of filling the screen.
+    FormView aloneView;
+    std::vector<ScreenForm> alone = {{&message, &aloneView, {}}};
+    (void)clsConsoleLayout::Screen(alone, 80, 24, false);
+    const CellRect lone = alone[0].place.frame;
+    EXPECT_LE(std::abs(lone.w - box.w), 3);
+    EXPECT_EQ(lone.h, box.h);
+    EXPECT_LE(std::abs(lone.x - (80 - lone.Right())), 1);
     const ControlPlace* yes = forms[1].place.Find(1);
     EXPECT_NE(grid.AttrAt(yes->rect.x + yes->rect.w / 2, yes->rect.y) & cell::kReverse, 0) << "the focus is marked";
 }

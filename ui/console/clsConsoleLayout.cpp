@@ -12,6 +12,9 @@ namespace {
 // A form without a size (bad data) is laid out as a usual page.
 constexpr int kDefaultFormWidth = 7500;
 constexpr int kDefaultFormHeight = 5500;
+// The size of a wizard page: what fills the screen.
+constexpr double kPageWidth = 7200;
+constexpr double kPageHeight = 5400;
 constexpr int kMinOverlayCols = 24;
 constexpr int kMarkerWidth = 4;   // "(o) " and "[x] "
 
@@ -307,16 +310,19 @@ void DrawLines(clsScreenGrid& grid, const clsFormControl& c, const ControlPlace&
 }
 
 void DrawFrameControl(clsScreenGrid& grid, const clsFormControl& c, const CellRect& r) {
-    Box(grid, r, '-', cell::kDim);
+    if (r.h == 1) {   // a rule: a frame only a line high
+        grid.Put(r.x, r.y, std::string(static_cast<size_t>(r.w), '-'), cell::kDim);
+    } else {
+        Box(grid, r, '-', cell::kDim);
+    }
     if (!c.caption.empty() && r.w > 4) grid.Put(r.x + 2, r.y, " " + OneLine(c.caption) + " ", StateAttr(c), r.w - 4);
 }
 
 void DrawImage(clsScreenGrid& grid, const clsFormControl& c, const CellRect& r) {
-    const std::string text = "<picture: " + (c.picture.empty() ? std::string("none") : FileName(c.picture)) + ">";
-    const auto lines = clsTextWidth::Wrap(text, r.w);
-    for (int i = 0; i < r.h && i < static_cast<int>(lines.size()); ++i) {
-        grid.Put(r.x, r.y + i, lines[static_cast<size_t>(i)], cell::kDim, r.w);
-    }
+    const std::string name = c.picture.empty() ? std::string("none") : FileName(c.picture);
+    std::string text = "<picture: " + name + ">";
+    if (clsTextWidth::Width(text) > r.w) text = "<" + name + ">";   // a narrow picture: its name
+    grid.Put(r.x, r.y, text, cell::kDim, r.w);
 }
 
 } // namespace
@@ -333,16 +339,14 @@ FormPlace clsConsoleLayout::Place(const clsForm& form, int cols, int rows, const
     rows = std::max(rows, 3);
     const double formW = form.Width() > 0 ? form.Width() : kDefaultFormWidth;
     const double formH = form.Height() > 0 ? form.Height() : kDefaultFormHeight;
-    int innerW = 0, innerH = 0;
-    if (under == nullptr) {
-        innerW = std::min(cols - 2, static_cast<int>(std::ceil(formW / kMinTwipsPerCol)));
-        innerH = std::min(rows - 2, static_cast<int>(std::ceil(formH / kMinTwipsPerRow)));
-    } else {
-        innerW = std::clamp(Round(formW / under->twipsPerCol), std::min(kMinOverlayCols, cols - 2), cols - 2);
-        innerH = std::clamp(Round(formH / under->twipsPerRow), std::min(3, rows - 2), rows - 2);
-    }
-    innerW = std::max(innerW, 1);
-    innerH = std::max(innerH, 1);
+    // Alone, a page fills the screen and a smaller form (a message before the first page)
+    // keeps the scale a page would have; over another form, that form's scale.
+    const double perCol = under != nullptr ? under->twipsPerCol
+                                           : std::max(std::max(formW, kPageWidth) / (cols - 2), kMinTwipsPerCol);
+    const double perRow = under != nullptr ? under->twipsPerRow
+                                           : std::max(std::max(formH, kPageHeight) / (rows - 2), kMinTwipsPerRow);
+    const int innerW = std::max(std::clamp(Round(formW / perCol), std::min(kMinOverlayCols, cols - 2), cols - 2), 1);
+    const int innerH = std::max(std::clamp(Round(formH / perRow), std::min(3, rows - 2), rows - 2), 1);
     FormPlace place;
     place.frame = {(cols - innerW - 2) / 2, (rows - innerH - 2) / 2, innerW + 2, innerH + 2};
     place.inner = {place.frame.x + 1, place.frame.y + 1, innerW, innerH};
@@ -428,7 +432,15 @@ void clsConsoleLayout::Draw(const clsForm& form, const FormPlace& place, const F
                 break;
             case ControlKind::ListBox: DrawLines(grid, c, p, scroll, focused); break;
             case ControlKind::Image: DrawImage(grid, c, p.rect); break;
-            case ControlKind::Frame: DrawFrameControl(grid, c, p.rect); break;
+            case ControlKind::Frame:
+                // A rule that rounding put on a row with text would cut through it: left out.
+                if (p.rect.h == 1 && std::any_of(place.controls.begin(), place.controls.end(), [&](const ControlPlace& q) {
+                        return !IsBackground(form.Controls()[q.control].kind) && q.rect.Overlaps(p.rect);
+                    })) {
+                    break;
+                }
+                DrawFrameControl(grid, c, p.rect);
+                break;
             }
         }
     }

@@ -56,8 +56,9 @@ public:
     static constexpr double kMinTwipsPerCol = 60;
     static constexpr double kMinTwipsPerRow = 120;
 
-    /// Places a form on a screen of cols x rows. Without `under` it fills the screen; over
-    /// another form it keeps that form's scale and is centred.
+    /// Places a form on a screen of cols x rows, centred. Without `under` a page fills the
+    /// screen and a smaller form keeps a page's scale; over another form it keeps that
+    /// form's scale.
     [[nodiscard]] static FormPlace Place(const clsForm& form, int cols, int rows, const FormPlace* under);
     /// Puts the focus on a control that can take it (the default button first, else the
     /// first in reading order) and keeps every scroll position in range.

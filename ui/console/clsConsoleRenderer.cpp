@@ -216,8 +216,10 @@ std::string clsConsoleRenderer::PageText(const clsForm& form) {
             text += ControlId(*c) + Marks(*c) + ":\n";
             for (const auto& item : c->items) text += "  - " + item + "\n";
             break;
-        case ControlKind::Image: text += "<picture: " + c->picture + ">" + tail; break;
-        case ControlKind::Frame: text += "--- " + OneLine(c->caption) + " ---" + tail; break;
+        case ControlKind::Image: text += "<picture: " + (c->picture.empty() ? "none" : c->picture) + ">" + tail; break;
+        case ControlKind::Frame:
+            text += (c->caption.empty() ? std::string("------") : "--- " + OneLine(c->caption) + " ---") + tail;
+            break;
         }
     }
     return text;
