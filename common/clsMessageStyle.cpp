@@ -6,7 +6,7 @@ namespace tovel {
 
 namespace {
 
-std::vector<MessageButtonSpec> ButtonSet(int set) {
+std::vector<MessageButtonDef> ButtonSet(int set) {
     using B = MessageButton;
     switch (set) {
         case 1: return {{B::Ok, mb::kIdOk, true}, {B::Cancel, mb::kIdCancel, true}};

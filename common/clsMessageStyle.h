@@ -13,11 +13,11 @@ enum class MessageButton { Ok, Cancel, Yes, No, Abort, Retry, Ignore, Help };
 
 enum class MessageIcon { None, Stop, Question, Exclamation, Information };
 
-struct MessageButtonSpec {
+struct MessageButtonDef {
     MessageButton button;
     int result;      ///< what pressing it returns; 0 for Help, which returns nothing
     bool closes;     ///< false for Help: it opens the help and the form stays
-    bool operator==(const MessageButtonSpec&) const = default;
+    bool operator==(const MessageButtonDef&) const = default;
 };
 
 class clsMessageStyle {
@@ -29,7 +29,7 @@ public:
 
     /// The buttons in order: style AND 7 picks the set (6 and 7 count as OK alone); the help
     /// bit appends Help to the sets 1 to 5.
-    [[nodiscard]] const std::vector<MessageButtonSpec>& Buttons() const { return buttons_; }
+    [[nodiscard]] const std::vector<MessageButtonDef>& Buttons() const { return buttons_; }
     /// style AND 112: 16 stop, 32 question, 48 exclamation, 64 information; anything else none.
     [[nodiscard]] MessageIcon Icon() const { return icon_; }
     /// 0-based: style AND 768 gives the first to the fourth button; a number beyond the
@@ -46,7 +46,7 @@ public:
     [[nodiscard]] static std::string ButtonWord(MessageButton button);
 
 private:
-    std::vector<MessageButtonSpec> buttons_;
+    std::vector<MessageButtonDef> buttons_;
     MessageIcon icon_ = MessageIcon::None;
     size_t defaultButton_ = 0;
     bool topMost_ = false;

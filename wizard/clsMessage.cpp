@@ -74,7 +74,7 @@ int clsMessage::MsgBox(const std::string& text, int style, const std::string& ca
     try {
         const clsMessageStyle parsed(style);
         std::vector<Button> buttons;
-        for (const auto& spec : parsed.Buttons()) buttons.push_back({ButtonCaption(spec.button), spec.result, spec.closes, false});
+        for (const auto& wanted : parsed.Buttons()) buttons.push_back({ButtonCaption(wanted.button), wanted.result, wanted.closes, false});
         if (SilentMode) {
             const int answer = parsed.DefaultResult();
             const auto chosen = std::find_if(buttons.begin(), buttons.end(), [&](const Button& b) { return b.result == answer; });
