@@ -19,15 +19,13 @@
 // between the listed ones and no "$Warning$". Families end at the first empty value.
 #include "catalogue/clsSSFFilesOld.h"
 
-#include <exception>
 #include <optional>
 #include <string>
 #include <utility>
 #include <vector>
 
-#include "common/clsString.h"
+#include "catalogue/clsVersionsSection.h"
 #include "common/clsVersion.h"
-#include "settings/clsRegistry.h"
 #include "startup/mdlLog.h"
 
 namespace tovel {
@@ -35,75 +33,31 @@ namespace {
 
 constexpr const char* kSection = "VERSIONS";
 
-void LogError(const char* function, const std::string& why) {
-    LogIfEnabled(std::string("Error in Modul clsSSFFilesOld Funktion ") + function + ": " + why);
-}
+using Entry = clsVersionsSection::Entry;
 
-/// Runs one reading step; an error ends that step only, with a log line.
 template <typename Step>
 void Trapped(const char* function, Step&& step) {
-    try {
-        step();
-    } catch (const std::exception& e) {
-        LogError(function, e.what());
-    } catch (...) {
-        LogError(function, "unknown error");
-    }
+    clsVersionsSection::Trapped("clsSSFFilesOld", function, std::forward<Step>(step));
 }
-
-/// The name support staff know the product by.
-std::string ProductName(const clsSIFApplicationItem& item) {
-    return item.Description.empty() ? item.ProductCode : item.Description;
-}
-
-std::string DropOuterBackslashes(std::string path) {
-    if (!path.empty() && path.front() == '\\') path.erase(0, 1);
-    if (!path.empty() && path.back() == '\\') path.pop_back();
-    return path;
-}
-
-struct Entry {
-    std::string key;
-    std::string value;
-};
-
-/// prefix1, prefix2, ... up to the first empty value.
-std::vector<Entry> ReadFamily(clsIniFile& ini, const std::string& prefix) {
-    std::vector<Entry> entries;
-    for (int n = 1;; ++n) {
-        std::string key = prefix + std::to_string(n);
-        std::string value = ini.GetString(key, "");
-        if (value.empty()) break;
-        entries.push_back({std::move(key), std::move(value)});
-    }
-    return entries;
-}
-
-void LogEntry(const Entry& entry) { LogIfEnabled("   " + entry.key + "=" + entry.value); }
 
 /// AddAction first, then the family, all to the version actions.
 void AddActions(clsIniFile& ini, clsSIFApplicationItem& item, const std::vector<Entry>& family) {
     if (std::string extra = ini.GetString("AddAction", ""); !extra.empty()) {
         item.AddAction(extra);
-        LogEntry({"AddAction", extra});
+        clsVersionsSection::LogEntry({"AddAction", extra});
     }
-    for (const auto& entry : family) {
-        item.AddAction(entry.value);
-        LogEntry(entry);
-    }
+    clsVersionsSection::AddActions(item, family);
 }
 
 } // namespace
 
 void clsSSFFilesOld::CheckVersionsSection(clsIniFile& ini, clsSIFApplicationItem& item) {
-    item.InstalledVersion.clear();
-    item.Versions = VersionDecision{};
-    item.ActionsClear();
+    clsVersionsSection::Clear(item);
     if (!ini.Registered()) {
-        LogError("CheckVersionsSection", "no description file given");
+        clsVersionsSection::LogError("clsSSFFilesOld", "CheckVersionsSection", "no description file given");
         return;
     }
-    const std::string product = ProductName(item);
+    const std::string product = clsVersionsSection::ProductName(item);
     const std::string previousSection = ini.SectionName();
 
     bool hasSection = false;
@@ -117,15 +71,11 @@ void clsSSFFilesOld::CheckVersionsSection(clsIniFile& ini, clsSIFApplicationItem
     ini.SetSectionName(kSection);
 
     Trapped("FindInstalledVersion", [&] {
-        const std::string path = DropOuterBackslashes(ini.GetString("RegPath", ""));
-        const std::string name = ini.GetString("RegKey", "");
-        clsRegistry reg;
-        if (path.empty() || !reg.InitWithRegPath(path) || !reg.ValueExist(name)) return;
-        std::string text = clsString::Trim(reg.QueryValue(name));
-        if (text.empty()) return;
-        item.InstalledVersion = text;
-        item.Versions.installedVersion = std::move(text);
-        item.Versions.foundAt = path + "\\" + name;
+        const auto found = clsVersionsSection::ReadRegistryText(ini.GetString("RegPath", ""), ini.GetString("RegKey", ""));
+        if (!found) return;
+        item.InstalledVersion = found->text;
+        item.Versions.installedVersion = found->text;
+        item.Versions.foundAt = found->at;
     });
 
     Trapped("CheckVersionsSection", [&] {
@@ -134,10 +84,7 @@ void clsSSFFilesOld::CheckVersionsSection(clsIniFile& ini, clsSIFApplicationItem
             LogIfEnabled(product + ": keine Version installiert");
             LogIfEnabled(" Für " + product + " wird mit FirstInstAction abgehandelt.");
             item.Versions.reason = "no installed version found: first-install actions";
-            for (const auto& entry : ReadFamily(ini, "FirstInstAction")) {
-                item.AddFirstinstAction(entry.value);
-                LogEntry(entry);
-            }
+            clsVersionsSection::AddFirstInstActions(item, clsVersionsSection::ReadFamily(ini, "FirstInstAction"));
             return;
         }
         LogIfEnabled("Installierte Version " + product + ": " + installed);
@@ -149,7 +96,7 @@ void clsSSFFilesOld::CheckVersionsSection(clsIniFile& ini, clsSIFApplicationItem
             if (!clsVersion::Equal(version, installed)) continue;
             LogIfEnabled(" Für " + product + " wird die Version " + version + " abgehandelt.");
             item.Versions.reason = "installed " + installed + " equals " + key + ": actions of " + key;
-            AddActions(ini, item, ReadFamily(ini, "Action" + std::to_string(n) + "_"));
+            AddActions(ini, item, clsVersionsSection::ReadFamily(ini, "Action" + std::to_string(n) + "_"));
             return;
         }
 
@@ -161,7 +108,7 @@ void clsSSFFilesOld::CheckVersionsSection(clsIniFile& ini, clsSIFApplicationItem
             item.Versions.reason = "installed " + installed + " is not listed: DefaultAction";
         }
         LogIfEnabled(" Für " + product + " wird mit DefaultAction abgehandelt.");
-        AddActions(ini, item, ReadFamily(ini, "DefaultAction"));
+        AddActions(ini, item, clsVersionsSection::ReadFamily(ini, "DefaultAction"));
     });
 
     ini.SetSectionName(previousSection);

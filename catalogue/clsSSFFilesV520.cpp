@@ -27,15 +27,14 @@
 // Every family is read from 1 until the first empty value; an action is stored as written.
 #include "catalogue/clsSSFFilesV520.h"
 
-#include <exception>
 #include <optional>
 #include <string>
 #include <utility>
 #include <vector>
 
+#include "catalogue/clsVersionsSection.h"
 #include "common/clsString.h"
 #include "common/clsVersion.h"
-#include "settings/clsRegistry.h"
 #include "startup/mdlLog.h"
 
 namespace tovel {
@@ -44,78 +43,11 @@ namespace {
 constexpr const char* kDefaultSection = "VERSIONS";
 constexpr const char* kWarning = "$Warning$";
 
-void LogError(const char* function, const std::string& why) {
-    LogIfEnabled(std::string("Error in Modul clsSSFFilesV520 Funktion ") + function + ": " + why);
-}
+using Entry = clsVersionsSection::Entry;
 
-/// Runs one reading step; an error ends that step only, with a log line.
 template <typename Step>
 void Trapped(const char* function, Step&& step) {
-    try {
-        step();
-    } catch (const std::exception& e) {
-        LogError(function, e.what());
-    } catch (...) {
-        LogError(function, "unknown error");
-    }
-}
-
-/// The name support staff know the product by.
-std::string ProductName(const clsSIFApplicationItem& item) {
-    return item.Description.empty() ? item.ProductCode : item.Description;
-}
-
-std::string DropOuterBackslashes(std::string path) {
-    if (!path.empty() && path.front() == '\\') path.erase(0, 1);
-    if (!path.empty() && path.back() == '\\') path.pop_back();
-    return path;
-}
-
-struct RegistryText {
-    std::string text;
-    std::string at;   ///< "HKEY_...\path\value"
-};
-
-/// A registry value that exists and is not blank; nothing for anything else.
-std::optional<RegistryText> ReadRegistryText(const std::string& fullPath, const std::string& name) {
-    const std::string path = DropOuterBackslashes(fullPath);
-    clsRegistry reg;
-    if (path.empty() || !reg.InitWithRegPath(path)) return std::nullopt;
-    if (!reg.ValueExist(name)) return std::nullopt;
-    std::string text = clsString::Trim(reg.QueryValue(name));
-    if (text.empty()) return std::nullopt;
-    return RegistryText{std::move(text), path + "\\" + name};
-}
-
-struct Entry {
-    std::string key;
-    std::string value;
-};
-
-/// prefix1, prefix2, ... up to the first empty value.
-std::vector<Entry> ReadFamily(clsIniFile& ini, const std::string& prefix) {
-    std::vector<Entry> entries;
-    for (int n = 1;; ++n) {
-        std::string key = prefix + std::to_string(n);
-        std::string value = ini.GetString(key, "");
-        if (value.empty()) break;
-        entries.push_back({std::move(key), std::move(value)});
-    }
-    return entries;
-}
-
-void AddActions(clsSIFApplicationItem& item, const std::vector<Entry>& family) {
-    for (const auto& entry : family) {
-        item.AddAction(entry.value);
-        LogIfEnabled("   " + entry.key + "=" + entry.value);
-    }
-}
-
-void AddFirstInstActions(clsSIFApplicationItem& item, const std::vector<Entry>& family) {
-    for (const auto& entry : family) {
-        item.AddFirstinstAction(entry.value);
-        LogIfEnabled("   " + entry.key + "=" + entry.value);
-    }
+    clsVersionsSection::Trapped("clsSSFFilesV520", function, std::forward<Step>(step));
 }
 
 /// The section the rules are read from; "" when the file has none to offer.
@@ -124,8 +56,8 @@ std::string ChooseSection(clsIniFile& ini) {
     ini.SetSectionName(kDefaultSection);
     const std::string packageKey = ini.GetString("CheckPackageKey", "");
     const std::string packageName = ini.GetString("CheckPackageName", "");
-    std::optional<RegistryText> package;
-    if (!packageKey.empty() && !packageName.empty()) package = ReadRegistryText(packageKey, packageName);
+    std::optional<clsVersionsSection::RegistryText> package;
+    if (!packageKey.empty() && !packageName.empty()) package = clsVersionsSection::ReadRegistryText(packageKey, packageName);
 
     const std::string first = std::string(kDefaultSection) + "1";
     if (!package || !ini.SectExist(first)) {
@@ -149,14 +81,12 @@ std::string ChooseSection(clsIniFile& ini) {
 } // namespace
 
 void clsSSFFilesV520::CheckVersionsSection(clsIniFile& ini, clsSIFApplicationItem& item) {
-    item.InstalledVersion.clear();
-    item.Versions = VersionDecision{};
-    item.ActionsClear();
+    clsVersionsSection::Clear(item);
     if (!ini.Registered()) {
-        LogError("CheckVersionsSection", "no description file given");
+        clsVersionsSection::LogError("clsSSFFilesV520", "CheckVersionsSection", "no description file given");
         return;
     }
-    const std::string product = ProductName(item);
+    const std::string product = clsVersionsSection::ProductName(item);
     const std::string previousSection = ini.SectionName();
 
     std::string section;
@@ -175,7 +105,7 @@ void clsSSFFilesV520::CheckVersionsSection(clsIniFile& ini, clsSIFApplicationIte
         for (int n = 1;; ++n) {
             const std::string path = ini.GetString("RegPath" + std::to_string(n), "");
             if (path.empty()) break;
-            if (auto value = ReadRegistryText(path, ini.GetString("RegKey" + std::to_string(n), ""))) {
+            if (auto value = clsVersionsSection::ReadRegistryText(path, ini.GetString("RegKey" + std::to_string(n), ""))) {
                 item.InstalledVersion = value->text;
                 item.Versions.installedVersion = value->text;
                 item.Versions.foundAt = value->at;
@@ -194,7 +124,7 @@ void clsSSFFilesV520::CheckVersionsSection(clsIniFile& ini, clsSIFApplicationIte
         if (!found) {
             LogIfEnabled("Für das Produkt " + product + " werden folgende FirstInstAction ausgeführt");
             item.Versions.reason = "no installed version found: first-install actions";
-            AddFirstInstActions(item, ReadFamily(ini, "FirstInstAction"));
+            clsVersionsSection::AddFirstInstActions(item, clsVersionsSection::ReadFamily(ini, "FirstInstAction"));
             return;
         }
         const std::string& installed = item.InstalledVersion;
@@ -217,12 +147,12 @@ void clsSSFFilesV520::CheckVersionsSection(clsIniFile& ini, clsSIFApplicationIte
             LogIfEnabled("Gleiche Version gefunden für " + product);
             LogIfEnabled("Für das Produkt " + product + " werden folgende Aktionen der Versionskey " + key + " ausgeführt.");
             item.Versions.reason = "installed " + installed + " equals " + key + ": actions of " + key;
-            AddActions(item, ReadFamily(ini, key + "Action"));
+            clsVersionsSection::AddActions(item, clsVersionsSection::ReadFamily(ini, key + "Action"));
             return;
         }
 
         if (!toInstall.empty() && clsVersion::Compare(toInstall, installed) < 0) {
-            const auto defaults = ReadFamily(ini, "DefaultAction");
+            const auto defaults = clsVersionsSection::ReadFamily(ini, "DefaultAction");
             if (defaults.empty()) {
                 // Installing an older version over a newer one unasked is what users fear most.
                 LogIfEnabled("Installed version " + installed + " of " + product + " is newer than " + toInstall +
@@ -234,7 +164,7 @@ void clsSSFFilesV520::CheckVersionsSection(clsIniFile& ini, clsSIFApplicationIte
             LogIfEnabled("Die zu installierende Version ist älter als die installierte Version. Für das Produkt " + product +
                          " werden folgende DefaultAction ausgeführt.");
             item.Versions.reason = "installed " + installed + " is newer than " + toInstall + " on this disc: DefaultAction";
-            AddActions(item, defaults);
+            clsVersionsSection::AddActions(item, defaults);
             return;
         }
 
@@ -245,11 +175,11 @@ void clsSSFFilesV520::CheckVersionsSection(clsIniFile& ini, clsSIFApplicationIte
                          "FirstInstAction. ");
             item.Versions.reason = "installed " + installed + " is not listed but above Version" +
                                    std::to_string(entry.number) + " " + entry.version + ": first-install actions";
-            AddFirstInstActions(item, ReadFamily(ini, "FirstInstAction"));
+            clsVersionsSection::AddFirstInstActions(item, clsVersionsSection::ReadFamily(ini, "FirstInstAction"));
             return;
         }
 
-        const auto defaults = ReadFamily(ini, "DefaultAction");
+        const auto defaults = clsVersionsSection::ReadFamily(ini, "DefaultAction");
         if (defaults.empty()) {
             LogIfEnabled("Installed version " + installed + " of " + product +
                          " is not listed and there is no DefaultAction: " + kWarning);
@@ -260,7 +190,7 @@ void clsSSFFilesV520::CheckVersionsSection(clsIniFile& ini, clsSIFApplicationIte
         LogIfEnabled("Installed version " + installed + " of " + product +
                      " is not listed: DefaultAction");
         item.Versions.reason = "installed " + installed + " is not listed: DefaultAction";
-        AddActions(item, defaults);
+        clsVersionsSection::AddActions(item, defaults);
     });
 
     ini.SetSectionName(previousSection);
