@@ -132,7 +132,7 @@ TEST(ConsoleScript, PrintsThePageInReadingOrderWithTheNamesToType) {
         "  |\n"
         "  | Line three\n"
         "VersionList:\n"
-        "  - Tovel Runtime 1.0\n"
+        "  > Tovel Runtime 1.0\n"
         "  - Tovel Studio 2.1\n"
         "------  ButtonLine\n"
         "[ < Back ]  BackBtn\n"
@@ -377,6 +377,88 @@ TEST(ConsoleScript, JapaneseTextsArePrintedIntactAndCanBeTyped) {
     EXPECT_EQ(form.Control("NameText")->caption, "山田 太郎");
 }
 
+// A setup-type page: a list longer than its box, whose controller reads the chosen line
+// on each click as the wizard's pages do.
+clsForm SetupTypePage() {
+    clsForm form("frmSetupType", "Setup - Setup type", 6000, 3600);
+    form.Add({.name = "TypeLabel", .kind = ControlKind::Label, .left = 120, .top = 120, .width = 4000, .height = 285,
+              .caption = "Choose a setup type."});
+    form.Add({.name = "SetupTypeList", .kind = ControlKind::ListBox, .left = 120, .top = 500, .width = 4000, .height = 900,
+              .value = 0, .items = {"Typical", "Compact", "Custom", "custom", "Full", "Runtime only", "Samples", "Docs"}});
+    form.Add({.name = "DriveList", .kind = ControlKind::ListBox, .left = 120, .top = 1500, .width = 4000, .height = 600,
+              .value = -1, .items = {"C:", "D:"}});
+    form.Add({.name = "NameText", .kind = ControlKind::TextBox, .left = 120, .top = 2200, .width = 3000, .height = 285});
+    auto& next = form.Add(Button("ContinueBtn", "Continue >", 3000, 3000));
+    next.isDefault = true;
+    return form;
+}
+
+TEST(ConsoleScript, SelectChoosesAListLineByNumberTextOrBeginningAndRaisesTheClick) {
+    clsForm form = SetupTypePage();
+    Controller controller(form);
+    std::vector<int> seen;
+    controller.onClick["SetupTypeList"] = [&] { seen.push_back(form.Control("SetupTypeList")->value); };
+    controller.onClick["ContinueBtn"] = [&] { form.SetShown(false); };
+    ScriptRun run(
+        "select SetupTypeList = 2\n"
+        "select SetupTypeList = custom\n"        // the same text wins over one differing in case
+        "select setuptypelist = RUNTIME ONLY\n"  // else the same text without regard to case
+        "select SetupTypeList = \"sam\"\n"       // else the first line beginning with it
+        "select SetupTypeList = comp\n"
+        "select DriveList = d\n"
+        "click ContinueBtn\n");
+    run.renderer.ShowModal(form);
+
+    EXPECT_EQ(seen, (std::vector<int>{2, 3, 5, 6, 1}));
+    EXPECT_EQ(form.Control("SetupTypeList")->value, 1);
+    EXPECT_EQ(form.Control("DriveList")->value, 1);
+    const std::string out = run.out.str();
+    EXPECT_NE(out.find("> select SetupTypeList = custom  (line 3: custom)"), std::string::npos) << out;
+    EXPECT_EQ(Count(out, "\n!"), 0u) << out;
+
+    // The chosen line carries the mark: first as the page came, then as the script left it.
+    EXPECT_NE(out.find("SetupTypeList:\n  > Typical\n  - Compact\n"), std::string::npos) << out;
+    EXPECT_NE(out.find("SetupTypeList:\n  - Typical\n  > Compact\n  - Custom\n"), std::string::npos) << out;
+    EXPECT_NE(out.find("DriveList:\n  - C:\n  - D:\n"), std::string::npos) << "no line chosen, none marked";
+    EXPECT_NE(out.find("DriveList:\n  - C:\n  > D:\n"), std::string::npos) << out;
+}
+
+TEST(ConsoleScript, SelectOfAWrongLineOrControlIsReportedAndChangesNothing) {
+    clsForm form = SetupTypePage();
+    form.Add({.name = "HiddenList", .kind = ControlKind::ListBox, .top = 2600, .visible = false, .items = {"a"}});
+    form.Control("DriveList")->enabled = false;
+    Controller controller(form);
+    ScriptRun run(
+        "select SetupTypeList = 8\n"
+        "select SetupTypeList = Nothing like it\n"
+        "select SetupTypeList\n"
+        "select SetupTypeList =\n"
+        "select NameText = 0\n"
+        "select DriveList = 0\n"
+        "select HiddenList = a\n"
+        "select NoList = 0\n"
+        "click SetupTypeList\n");
+    run.renderer.ShowModal(form);
+
+    const std::string out = run.out.str();
+    const std::vector<std::string> messages = {
+        "! line 1 \"select SetupTypeList = 8\": SetupTypeList has no line \"8\" (8 lines, numbered from 0); line skipped",
+        "! line 2 \"select SetupTypeList = Nothing like it\": SetupTypeList has no line \"Nothing like it\"",
+        "! line 3 \"select SetupTypeList\": select needs \"= line\"",
+        "! line 4 \"select SetupTypeList =\": select needs a line after \"=\"",
+        "! line 5 \"select NameText = 0\": NameText is a text box, not a list; line skipped",
+        "! line 6 \"select DriveList = 0\": DriveList is disabled; line skipped",
+        "! line 7 \"select HiddenList = a\": HiddenList is hidden; line skipped",
+        "! line 8 \"select NoList = 0\": no control \"NoList\" on frmSetupType; line skipped",
+        "! line 9 \"click SetupTypeList\": SetupTypeList is a list: use select; line skipped",
+    };
+    for (const auto& message : messages) EXPECT_NE(out.find(message), std::string::npos) << message << "\n" << out;
+    EXPECT_EQ(Count(out, "\n!"), messages.size());
+    EXPECT_EQ(Heard(controller, "Click"), std::vector<std::string>{});
+    EXPECT_EQ(form.Control("SetupTypeList")->value, 0);
+    EXPECT_EQ(form.Control("DriveList")->value, -1);
+}
+
 // ---------------------------------------------------------------- the script's grammar
 
 TEST(ConsoleScriptCommand, ReadsControlsIndicesAndTexts) {
@@ -597,6 +679,68 @@ TEST(ConsoleLayout, WideCharactersOverwrittenByHalvesLeaveNoBrokenGlyph) {
 }
 
 // ---------------------------------------------------------------- keys
+
+TEST(ConsoleKeys, TheArrowsMoveTheChosenLineOfAFocusedListAndKeepItInSight) {
+    clsForm form = SetupTypePage();
+    Controller controller(form);
+    std::vector<int> seen;
+    controller.onClick["SetupTypeList"] = [&] { seen.push_back(form.Control("SetupTypeList")->value); };
+    FormView view;
+    const FormPlace place = PlaceAlone(form, 80, 24, view);
+    const size_t list = 1;
+    const ControlPlace* p = place.Find(list);
+    ASSERT_NE(p, nullptr);
+    ASSERT_TRUE(p->focusable);
+    ASSERT_GT(p->ScrollLimit(), 0) << "the list must be longer than its box for this test";
+    ASSERT_TRUE(place.Find(2)->focusable) << "a short list takes the focus too: its line can be chosen";
+    view.focus = list;
+    const auto chosen = [&] { return form.Control("SetupTypeList")->value; };
+    const auto press = [&](KeyCode key) { return clsConsoleRenderer::ListKey(form, place, view, key); };
+    const auto inSight = [&] { return chosen() >= view.scroll[list] && chosen() < view.scroll[list] + p->text.h; };
+
+    EXPECT_TRUE(press(KeyCode::Up));   // already on the first line: nothing to tell
+    EXPECT_EQ(chosen(), 0);
+    EXPECT_TRUE(seen.empty());
+    EXPECT_TRUE(press(KeyCode::Down));
+    EXPECT_EQ(chosen(), 1);
+    EXPECT_TRUE(press(KeyCode::End));
+    EXPECT_EQ(chosen(), 7);
+    EXPECT_TRUE(inSight());
+    EXPECT_EQ(view.scroll[list], p->ScrollLimit());
+    EXPECT_TRUE(press(KeyCode::Down));   // at the last line: stays
+    EXPECT_TRUE(press(KeyCode::PageUp));
+    EXPECT_EQ(chosen(), 7 - std::max(p->text.h - 1, 1));
+    EXPECT_TRUE(inSight());
+    EXPECT_TRUE(press(KeyCode::Home));
+    EXPECT_EQ(chosen(), 0);
+    EXPECT_EQ(view.scroll[list], 0);
+    EXPECT_TRUE(press(KeyCode::PageDown));
+    EXPECT_TRUE(inSight());
+    EXPECT_EQ(seen, (std::vector<int>{1, 7, 7 - std::max(p->text.h - 1, 1), 0, chosen()}));
+
+    // Tab and the other keys are not the list's: the focus moves on as before.
+    EXPECT_FALSE(press(KeyCode::Tab));
+    EXPECT_FALSE(press(KeyCode::Enter));
+    // A list with no line chosen starts at the first; off a list the arrows are not taken.
+    view.focus = 2;
+    EXPECT_TRUE(press(KeyCode::Down));
+    EXPECT_EQ(form.Control("DriveList")->value, 0);
+    view.focus = 3;
+    EXPECT_FALSE(press(KeyCode::Down));
+    form.Control("SetupTypeList")->enabled = false;
+    view.focus = list;
+    EXPECT_FALSE(press(KeyCode::Down)) << "a disabled list chooses nothing";
+
+    // The chosen line is drawn in reverse, the others not.
+    form.Control("SetupTypeList")->enabled = true;
+    std::vector<ScreenForm> forms = {{&form, &view, {}}};
+    const clsScreenGrid grid = clsConsoleLayout::Screen(forms, 80, 24, false);
+    const ControlPlace* drawn = forms[0].place.Find(list);
+    const int row = drawn->text.y + chosen() - view.scroll[list];
+    EXPECT_NE(grid.AttrAt(drawn->text.x, row) & cell::kReverse, 0);
+    const int other = row == drawn->text.y ? row + 1 : drawn->text.y;
+    EXPECT_EQ(grid.AttrAt(drawn->text.x, other) & cell::kReverse, 0);
+}
 
 TEST(ConsoleKeys, TerminalBytesBecomeKeys) {
     std::string bytes = "\x1b[A\x1b" "OB\x1b[6~\x1b[5~\x1b[Z\t\r\n\x7f" "a\x1b[3~\x0c";

@@ -198,7 +198,7 @@ private:
         case ControlKind::OptionButton:
         case ControlKind::CheckBox: p.focusable = true; break;
         case ControlKind::TextBox: p.focusable = !c.locked || p.ScrollLimit() > 0; break;
-        case ControlKind::ListBox: p.focusable = p.ScrollLimit() > 0; break;
+        case ControlKind::ListBox: p.focusable = !c.items.empty(); break;   // a line can be chosen
         default: break;
         }
     }
@@ -294,6 +294,7 @@ void DrawLines(clsScreenGrid& grid, const clsFormControl& c, const ControlPlace&
     const auto lines = ContentLines(c, t.w);
     for (int i = 0; i < t.h && scroll + i < static_cast<int>(lines.size()); ++i) {
         grid.Put(t.x, t.y + i, lines[static_cast<size_t>(scroll + i)], attr, t.w);
+        if (c.kind == ControlKind::ListBox && scroll + i == c.value) grid.Mark({t.x, t.y + i, t.w, 1}, cell::kReverse);
     }
     const int limit = p.ScrollLimit();
     if (limit <= 0) return;

@@ -214,7 +214,9 @@ std::string clsConsoleRenderer::PageText(const clsForm& form) {
             break;
         case ControlKind::ListBox:
             text += ControlId(*c) + Marks(*c) + ":\n";
-            for (const auto& item : c->items) text += "  - " + item + "\n";
+            for (size_t i = 0; i < c->items.size(); ++i) {
+                text += (static_cast<int>(i) == c->value ? "  > " : "  - ") + c->items[i] + "\n";
+            }
             break;
         case ControlKind::Image: text += "<picture: " + (c->picture.empty() ? "none" : c->picture) + ">" + tail; break;
         case ControlKind::Frame:
@@ -328,7 +330,8 @@ void clsConsoleRenderer::Perform(Shown& shown, const std::string& line) {
     case ScriptVerb::Choose:
     case ScriptVerb::Tick:
     case ScriptVerb::Untick:
-    case ScriptVerb::Type: {
+    case ScriptVerb::Type:
+    case ScriptVerb::Select: {
         std::string why;
         clsFormControl* target = Target(form, command, why);
         if (target == nullptr) {
@@ -342,7 +345,10 @@ void clsConsoleRenderer::Perform(Shown& shown, const std::string& line) {
                                kind == ControlKind::CheckBox || kind == ControlKind::Label || kind == ControlKind::Image;
         const std::string id = ControlId(*target);
         if (command.verb == ScriptVerb::Click && !clickable) {
-            Wrong(line, id + " is " + KindWord(kind) + (kind == ControlKind::TextBox ? ": use type" : " and cannot be clicked"));
+            Wrong(line, id + " is " + KindWord(kind) +
+                            (kind == ControlKind::TextBox   ? ": use type"
+                             : kind == ControlKind::ListBox ? ": use select"
+                                                            : " and cannot be clicked"));
             return;
         }
         if (command.verb == ScriptVerb::Choose && kind != ControlKind::OptionButton) {
@@ -352,6 +358,22 @@ void clsConsoleRenderer::Perform(Shown& shown, const std::string& line) {
         const bool tickVerb = command.verb == ScriptVerb::Tick || command.verb == ScriptVerb::Untick;
         if (tickVerb && kind != ControlKind::CheckBox) {
             Wrong(line, id + " is " + KindWord(kind) + ", not a check box");
+            return;
+        }
+        if (command.verb == ScriptVerb::Select) {
+            if (kind != ControlKind::ListBox) {
+                Wrong(line, id + " is " + KindWord(kind) + ", not a list");
+                return;
+            }
+            const int chosen = clsScriptCommand::MatchLine(target->items, command.text);
+            if (chosen < 0) {
+                Wrong(line, id + " has no line \"" + command.text + "\" (" + std::to_string(target->items.size()) +
+                                " lines, numbered from 0)");
+                return;
+            }
+            echo("  (line " + std::to_string(chosen) + ": " + target->items[static_cast<size_t>(chosen)] + ")");
+            target->value = chosen;
+            form.RaiseClick(name, index);
             return;
         }
         if (command.verb == ScriptVerb::Type) {
@@ -485,6 +507,40 @@ void clsConsoleRenderer::Scroll(Shown& shown, size_t control, int by, bool absol
     offset = std::clamp(absolute ? by : offset + by, 0, p->ScrollLimit());
 }
 
+bool clsConsoleRenderer::ListKey(clsForm& form, const FormPlace& place, FormView& view, KeyCode key) {
+    if (!view.focus) return false;
+    const ControlPlace* p = place.Find(*view.focus);
+    if (p == nullptr || *view.focus >= form.Controls().size()) return false;
+    clsFormControl& list = form.Controls()[*view.focus];
+    if (list.kind != ControlKind::ListBox || !list.enabled || !list.visible) return false;
+    const int last = static_cast<int>(list.items.size()) - 1;
+    const int page = std::max(p->text.h - 1, 1);
+    const int from = list.value;
+    int to = from;
+    switch (key) {
+    case KeyCode::Up: to = from - 1; break;
+    case KeyCode::Down: to = from + 1; break;
+    case KeyCode::PageUp: to = from - page; break;
+    case KeyCode::PageDown: to = from + page; break;
+    case KeyCode::Home: to = 0; break;
+    case KeyCode::End: to = last; break;
+    default: return false;
+    }
+    if (last < 0) return true;   // an empty list keeps the key: there is nothing to choose
+    to = std::clamp(to, 0, last);
+    // The chosen line stays in sight.
+    int& offset = view.scroll[*view.focus];
+    const int rows = std::max(p->text.h, 1);
+    if (to < offset) offset = to;
+    else if (to >= offset + rows) offset = to - rows + 1;
+    offset = std::clamp(offset, 0, p->ScrollLimit());
+    if (to == from) return true;
+    list.value = to;
+    const std::string name = list.name;   // the event may change the controls
+    form.RaiseClick(name, list.index);
+    return true;
+}
+
 void clsConsoleRenderer::HandleKey(Shown& shown, const Key& key) {
     clsForm& form = *shown.form;
     FormPlace& place = shown.place;
@@ -499,6 +555,8 @@ void clsConsoleRenderer::HandleKey(Shown& shown, const Key& key) {
     for (const auto& p : place.controls) {
         if (pager == nullptr && p.ScrollLimit() > 0 && form.Controls()[p.control].enabled) pager = &p;
     }
+
+    if (ListKey(form, place, shown.view, key.code)) return;
 
     switch (key.code) {
     case KeyCode::Tab: move(1); return;

@@ -13,8 +13,9 @@
 // terminal's size; a form shown over another (a message over a page) is centred on it.
 // Tab, Shift-Tab and the arrows move the focus; Space presses, chooses or ticks; Enter
 // presses the focused button or else the default one; Esc presses the cancel button or else
-// the close box; PgUp, PgDn, Home, End and the arrows scroll a long text; typing and
-// Backspace edit a text box; Ctrl-L draws the screen anew. Timers fire by their intervals
+// the close box; PgUp, PgDn, Home, End and the arrows scroll a long text, and on a list move
+// its chosen line (drawn in reverse); typing and Backspace edit a text box; Ctrl-L draws the
+// screen anew. Timers fire by their intervals
 // while keys are awaited. Keys are read from standard input's terminal and the screen is
 // drawn on standard output's.
 #include <chrono>
@@ -52,6 +53,10 @@ public:
     /// A form as script mode prints it: a header with its name and caption, then its
     /// visible controls in reading order, each with the name a script uses for it.
     [[nodiscard]] static std::string PageText(const clsForm& form);
+    /// A key for the focused list box of a form as placed: Up, Down, PgUp, PgDn, Home and
+    /// End move its chosen line (setting `value`, raising Click, keeping the line in sight).
+    /// False when the focus is on no list or the key is not one of those.
+    static bool ListKey(clsForm& form, const FormPlace& place, FormView& view, KeyCode key);
     /// True once the script (or the terminal) has ended.
     [[nodiscard]] bool InputEnded() const { return ending_; }
 

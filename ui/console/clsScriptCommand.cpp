@@ -1,5 +1,6 @@
 #include "ui/console/clsScriptCommand.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <utility>
@@ -10,9 +11,9 @@ namespace tovel {
 
 namespace {
 
-constexpr std::array<std::pair<ScriptVerb, const char*>, 10> kVerbs = {{
+constexpr std::array<std::pair<ScriptVerb, const char*>, 11> kVerbs = {{
     {ScriptVerb::Click, "click"}, {ScriptVerb::Choose, "choose"}, {ScriptVerb::Tick, "tick"},
-    {ScriptVerb::Untick, "untick"}, {ScriptVerb::Type, "type"}, {ScriptVerb::Enter, "enter"},
+    {ScriptVerb::Untick, "untick"}, {ScriptVerb::Type, "type"}, {ScriptVerb::Select, "select"}, {ScriptVerb::Enter, "enter"},
     {ScriptVerb::Esc, "esc"}, {ScriptVerb::Close, "close"}, {ScriptVerb::Timer, "timer"}, {ScriptVerb::Wait, "wait"},
 }};
 
@@ -99,6 +100,22 @@ std::string clsScriptCommand::Word(ScriptVerb verb) {
     return "";
 }
 
+int clsScriptCommand::MatchLine(const std::vector<std::string>& items, std::string_view line) {
+    if (const auto number = Number(line)) return *number < static_cast<int>(items.size()) ? *number : -1;
+    const auto find = [&](const auto& fits) {
+        const auto it = std::find_if(items.begin(), items.end(), fits);
+        return it == items.end() ? -1 : static_cast<int>(it - items.begin());
+    };
+    int found = find([&](const std::string& item) { return item == line; });
+    if (found < 0) found = find([&](const std::string& item) { return clsString::EqualNoCaseAscii(item, line); });
+    if (found < 0) {
+        found = find([&](const std::string& item) {
+            return item.size() >= line.size() && clsString::EqualNoCaseAscii(std::string_view(item).substr(0, line.size()), line);
+        });
+    }
+    return found;
+}
+
 ScriptCommand clsScriptCommand::Parse(std::string_view line) {
     if (line.substr(0, 3) == "\xEF\xBB\xBF") line.remove_prefix(3);   // a byte-order mark from a Windows editor
     std::string_view rest = TrimView(line);
@@ -111,18 +128,24 @@ ScriptCommand clsScriptCommand::Parse(std::string_view line) {
     switch (command.verb) {
     case ScriptVerb::None:
         return Wrong("unknown action \"" + std::string(word) +
-                     "\" (click, choose, tick, untick, type, enter, esc, close, timer, wait)");
+                     "\" (click, choose, tick, untick, type, select, enter, esc, close, timer, wait)");
     case ScriptVerb::Click:
     case ScriptVerb::Choose:
     case ScriptVerb::Tick:
     case ScriptVerb::Untick:
         if (!ReadControl(rest, command)) return Wrong(command.error);
         return command;
-    case ScriptVerb::Type: {
+    case ScriptVerb::Type:
+    case ScriptVerb::Select: {
+        const bool type = command.verb == ScriptVerb::Type;
         const size_t equals = rest.find('=');
-        if (equals == std::string_view::npos) return Wrong("type needs \"= text\": type NameText = Jane Doe");
+        if (equals == std::string_view::npos) {
+            return Wrong(type ? "type needs \"= text\": type NameText = Jane Doe"
+                              : "select needs \"= line\": select SetupTypeList = 1 or = Typical");
+        }
         if (!ReadControl(rest.substr(0, equals), command)) return Wrong(command.error);
         command.text = ReadText(rest.substr(equals + 1));
+        if (!type && command.text.empty()) return Wrong("select needs a line after \"=\": its number from 0 or its text");
         return command;
     }
     case ScriptVerb::Enter:

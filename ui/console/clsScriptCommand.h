@@ -8,12 +8,15 @@
 //           | "tick"   control          make a check box ticked (nothing if it is)
 //           | "untick" control          make a check box clear (nothing if it is)
 //           | "type"   control "=" text  replace a text box's text
+//           | "select" control "=" line  choose a line of a list box
 //           | "enter"                   press the default button
 //           | "esc"                     press the cancel button, or else the close box
 //           | "close"                   the close box of the form
 //           | "timer" [timer-name]      fire the form's running timers (or one) once
 //           | "wait" [count]            let time pass: fire the running timers, count times
 //   control = name [index] | name "(" index ")"      index: element of a control array
+//   line    = the line's number from 0, or its text: the same, else the same without regard
+//             to case, else the first line that begins with it (without regard to case)
 //   text    = everything after the first "=", blanks at both ends removed; in double
 //             quotes ("  a b  ") it is kept as written, so "" is an empty text
 //
@@ -22,16 +25,17 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace tovel {
 
-enum class ScriptVerb { None, Click, Choose, Tick, Untick, Type, Enter, Esc, Close, Timer, Wait };
+enum class ScriptVerb { None, Click, Choose, Tick, Untick, Type, Select, Enter, Esc, Close, Timer, Wait };
 
 struct ScriptCommand {
     ScriptVerb verb = ScriptVerb::None;   ///< None: a blank or comment line, or a wrong one
     std::string control{};                ///< control name as written
     int index = -1;                       ///< control array element; -1 for none given
-    std::string text{};                   ///< type: the new text; timer: the timer's name
+    std::string text{};                   ///< type: the new text; select: the line; timer: the timer's name
     int count = 1;                        ///< wait: how many rounds
     std::string error{};                  ///< why the line is wrong; empty when it is not
 };
@@ -41,6 +45,8 @@ public:
     static constexpr int kMaxWait = 10000;
     /// Reads one line. A wrong line comes back with verb None and the reason in `error`.
     [[nodiscard]] static ScriptCommand Parse(std::string_view line);
+    /// The line of `items` that `line` names (see the grammar), or -1 for none.
+    [[nodiscard]] static int MatchLine(const std::vector<std::string>& items, std::string_view line);
     /// The verb's word ("click").
     [[nodiscard]] static std::string Word(ScriptVerb verb);
 };
