@@ -4,6 +4,7 @@
 #include <charconv>
 
 #include "common/clsCodePage.h"
+#include "common/clsString.h"
 #include "platform/clsPlatform.h"
 #include "platform/clsWindowsPath.h"
 #include "settings/clsIniText.h"
@@ -69,18 +70,34 @@ std::optional<std::string> Decode(std::string_view body, uint32_t codePage) {
     return clsCodePage::ToUtf8(swapped, clsLanguageTextFile::kUtf16Le);
 }
 
+// The name of a "[name]" line, trimmed; nullopt for any other line.
+std::optional<std::string_view> SectionOf(std::string_view line) {
+    const size_t open = line.find_first_not_of(" \t");
+    if (open == std::string_view::npos || line[open] != '[') return std::nullopt;
+    const size_t close = line.find(']', open);
+    if (close == std::string_view::npos) return std::nullopt;
+    std::string_view name = line.substr(open + 1, close - open - 1);
+    while (!name.empty() && (name.front() == ' ' || name.front() == '\t')) name.remove_prefix(1);
+    while (!name.empty() && (name.back() == ' ' || name.back() == '\t')) name.remove_suffix(1);
+    return name;
+}
+
 // A Shift-JIS file with lines of another code page (Setups.ini keeps its Japanese section in
-// Shift-JIS among Western lines): each line that is Japanese text is read in 932, every other
-// line in the machine's code page. Only when some line really is Japanese; a file wholly in
+// Shift-JIS among Western lines): each line of a section named "Japanese", and each other line
+// that is Japanese text, is read in 932; every other line in the machine's code page. Inside
+// the Japanese section the section decides: a line of katakana alone has no trail byte that
+// would tell it from Western text. Only when some line really is Japanese; a file wholly in
 // another code page is for the detection to judge.
 std::optional<std::string> DecodeByLine(std::string_view body, uint32_t codePage, uint32_t otherCodePage) {
     if (codePage != 932) return std::nullopt;
     std::string text;
     bool statedPageUsed = false;
+    bool inJapanese = false;
     for (size_t start = 0; start < body.size();) {
         const size_t end = std::min(body.find('\n', start), body.size() - 1) + 1;
         const std::string_view line = body.substr(start, end - start);
-        const bool japanese = LooksShiftJis(line);
+        if (const auto section = SectionOf(line)) inJapanese = clsString::EqualNoCaseAscii(*section, "Japanese");
+        const bool japanese = inJapanese || LooksShiftJis(line);
         auto decoded = japanese ? Decode(line, codePage) : std::nullopt;
         statedPageUsed = statedPageUsed || decoded.has_value();
         if (!decoded) decoded = Decode(line, otherCodePage);

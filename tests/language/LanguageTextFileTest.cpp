@@ -218,6 +218,18 @@ TEST_F(LanguageTextFileTest, WrongStatedCodePageStillGivesTheTexts) {
     EXPECT_EQ(problems_.size(), 5u);
 }
 
+// Setups.ini: Western sections in 1252 and a Japanese section in Shift-JIS, read as 932. A
+// line of katakana alone looks like Western text byte by byte; its section tells.
+TEST_F(LanguageTextFileTest, TheJapaneseSectionOfAMixedFileIsShiftJis) {
+    const std::string setup932 = "\x83\x5A\x83\x62\x83\x67\x83\x41\x83\x62\x83\x76";   // "セットアップ"
+    const std::string mixed = kGerman1252 + "[JAPANESE]\r\nAppTitle=Tovel " + setup932 + "\r\nBtn=" + kInstall932 +
+                              "\r\n[French]\r\nAppTitle=Fran\xE7" "ais\r\n";
+    const auto file = Open("Setups.ini", mixed, "932");
+    EXPECT_EQ(file.LoadIniProperty2("JAPANESE", "AppTitle"), "Tovel \u30bb\u30c3\u30c8\u30a2\u30c3\u30d7");
+    EXPECT_EQ(file.LoadIniProperty2("French", "AppTitle"), "Fran\u00e7ais");
+    EXPECT_EQ(file.LoadIniProperty2("Common", "BackBtn"), "< Zur\u00fcck");
+}
+
 TEST_F(LanguageTextFileTest, FileDeclaresItsOwnCodePage) {
     const std::string header = "[Language]\r\nName=Japanese\r\nCodePage=932\r\n[Texts]\r\n";
     EXPECT_EQ(clsLanguageTextFile::DeclaredCodePage(header), "932");
