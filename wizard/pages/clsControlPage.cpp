@@ -1,0 +1,92 @@
+#include "wizard/pages/clsControlPage.h"
+
+#include "common/clsCodePage.h"
+#include "platform/clsPlatform.h"
+#include "startup/Globals.h"
+#include "startup/mdlLog.h"
+#include "wizard/WizardGlobals.h"
+#include "wizard/clsRenderer.h"
+#include "wizard/mdlFormLayouts.h"
+
+namespace tovel {
+
+void clsControlPage::Initialize() {
+    const bool oldForms = gSetupsIni == nullptr || gSetupsIni->OldForms();
+    form_ = CreateForm(FormNameInSet(page_, oldForms));
+    form_.SetCaption(ApplicationTitle);
+    form_.SetEvents(this);
+    Renderer().ShowModal(form_);
+}
+
+void clsControlPage::FormLoad() {
+    SetTexts();
+    OnLoad();
+}
+
+void clsControlPage::FormActivate() { OnActivate(); }
+
+void clsControlPage::SetTexts() {
+    if (!gLanguage) return;
+    for (auto& control : form_.Controls()) {
+        const std::string caption = gLanguage->Caption(form_.Name(), control.name, control.index);
+        if (!caption.empty()) control.caption = caption;
+    }
+}
+
+void clsControlPage::Click(const std::string& control, int index) {
+    if (control == "ContinueBtn") return ContinueBtnClick();
+    if (control == "BackBtn") return BackBtnClick();
+    if (control == "CancelBtn") return CancelBtnClick();
+    OnClick(control, index);
+}
+
+void clsControlPage::Change(const std::string& control, int index) { OnChange(control, index); }
+
+void clsControlPage::ContinueBtnClick() {
+    if (!OnContinue() || test_) return;
+    gDialogOrder->NextDialog(page_);
+}
+
+void clsControlPage::BackBtnClick() {
+    if (!test_) gDialogOrder->PreviousDialog(page_);
+}
+
+void clsControlPage::CancelBtnClick() {
+    if (test_) {
+        FormQueryUnload2();
+        return;
+    }
+    (void)gDialogOrder->ClickCancel();
+}
+
+void clsControlPage::FormQueryUnload() { CancelBtnClick(); }
+
+void clsControlPage::SetText(const std::string& control, const std::string& text, int index) {
+    if (clsFormControl* c = form_.Control(control, index)) c->caption = text;
+}
+
+std::string clsControlPage::Text(const std::string& control, int index) const {
+    const clsFormControl* c = form_.Control(control, index);
+    return c != nullptr ? c->caption : std::string();
+}
+
+void clsControlPage::SetVisible(const std::string& control, bool visible, int index) {
+    if (clsFormControl* c = form_.Control(control, index)) c->visible = visible;
+}
+
+void clsControlPage::SetEnabled(const std::string& control, bool enabled, int index) {
+    if (clsFormControl* c = form_.Control(control, index)) c->enabled = enabled;
+}
+
+std::string clsControlPage::ReadDiscText(const std::string& path) {
+    const auto bytes = Platform().Files().ReadFile(path);
+    if (!bytes) {
+        LogIfEnabled("The text file " + path + " cannot be read.");
+        return {};
+    }
+    // A Japanese licence on a Western Windows is Shift-JIS: the file's own code page decides.
+    const uint32_t codePage = clsLanguage::DetectCodePageFromFile(path);
+    return clsCodePage::ToUtf8(*bytes, codePage != 0 ? codePage : Platform().System().AnsiCodePage()).value_or(*bytes);
+}
+
+} // namespace tovel
