@@ -5,6 +5,7 @@
 
 #include "common/clsCodePage.h"
 #include "common/clsString.h"
+#include "common/clsTextDecoder.h"
 #include "platform/clsPlatform.h"
 #include "platform/clsWindowsPath.h"
 #include "settings/clsIniText.h"
@@ -18,11 +19,11 @@ clsLanguageTextFile::Reporter& TheReporter() {
     return reporter;
 }
 
-std::optional<DetectedCodePage> ByteOrderMark(std::string_view bytes) {
-    if (bytes.starts_with("\xEF\xBB\xBF")) return DetectedCodePage{clsLanguageTextFile::kUtf8, 3};
-    if (bytes.starts_with("\xFF\xFE")) return DetectedCodePage{clsLanguageTextFile::kUtf16Le, 2};
-    if (bytes.starts_with("\xFE\xFF")) return DetectedCodePage{clsLanguageTextFile::kUtf16Be, 2};
-    return std::nullopt;
+// The code page a byte-order mark names.
+std::optional<DetectedCodePage> MarkedCodePage(std::string_view bytes) {
+    const auto bom = clsTextDecoder::DetectBom(bytes);
+    if (bom.length == 0) return std::nullopt;
+    return DetectedCodePage{clsTextDecoder::CodePageOf(bom.encoding), bom.length};
 }
 
 bool IsMultiByte(uint32_t codePage) {
@@ -63,11 +64,18 @@ bool LooksShiftJis(std::string_view bytes) {
     return pairs > halfWidth && highTrails > 0;
 }
 
-std::optional<std::string> Decode(std::string_view body, uint32_t codePage) {
-    if (codePage != clsLanguageTextFile::kUtf16Be) return clsCodePage::ToUtf8(body, codePage);
-    std::string swapped(body);
-    for (size_t i = 0; i + 1 < swapped.size(); i += 2) std::swap(swapped[i], swapped[i + 1]);
-    return clsCodePage::ToUtf8(swapped, clsLanguageTextFile::kUtf16Le);
+// A file marked as UTF-16 stays UTF-16 where it is damaged: a lone surrogate reads as U+FFFD
+// and a last odd byte is left out, with a log line, rather than the whole file being taken for
+// another code page.
+std::string ReadMarkedUtf16(std::string_view body, uint32_t codePage, const std::string& path) {
+    auto decoded = clsTextDecoder::FromUtf16(body, codePage == kCodePageUtf16Be);
+    if (decoded.replaced || decoded.oddByte) {
+        clsLanguageTextFile::Report("Error in Modul clsLanguageTextFile Funktion FileName: " + path +
+                                        " is damaged UTF-16 (a lone surrogate or half a character at the end); "
+                                        "what cannot be read shows as U+FFFD or is left out.",
+                                    true);
+    }
+    return std::move(decoded.text);
 }
 
 // The name of a "[name]" line, trimmed; nullopt for any other line.
@@ -98,10 +106,10 @@ std::optional<std::string> DecodeByLine(std::string_view body, uint32_t codePage
         const std::string_view line = body.substr(start, end - start);
         if (const auto section = SectionOf(line)) inJapanese = clsString::EqualNoCaseAscii(*section, "Japanese");
         const bool japanese = inJapanese || LooksShiftJis(line);
-        auto decoded = japanese ? Decode(line, codePage) : std::nullopt;
+        auto decoded = japanese ? clsCodePage::ToUtf8(line, codePage) : std::nullopt;
         statedPageUsed = statedPageUsed || decoded.has_value();
-        if (!decoded) decoded = Decode(line, otherCodePage);
-        if (!decoded) decoded = Decode(line, 1252);
+        if (!decoded) decoded = clsCodePage::ToUtf8(line, otherCodePage);
+        if (!decoded) decoded = clsCodePage::ToUtf8(line, 1252);
         if (!decoded) return std::nullopt;
         text += *decoded;
         start = end;
@@ -187,7 +195,7 @@ bool clsLanguageTextFile::SetFileName(const std::string& path) {
     const std::string stated = stated_.empty() ? DeclaredCodePage(*bytes) : stated_;
     const auto statedNumber = ParseNumber(stated);
 
-    const auto bom = ByteOrderMark(*bytes);
+    const auto bom = MarkedCodePage(*bytes);
     const std::string_view body = std::string_view(*bytes).substr(bom ? bom->bomLength : 0);
     uint32_t codePage = bom ? bom->codePage : statedNumber ? *statedNumber : DetectCodePage(body, ansiCodePage).codePage;
     if (bom && statedNumber && *statedNumber != codePage) {
@@ -195,7 +203,8 @@ bool clsLanguageTextFile::SetFileName(const std::string& path) {
                    ", not " + stated + "; the mark counts.",
                false);
     }
-    auto text = Decode(body, codePage);
+    const bool markedUtf16 = bom && (codePage == kUtf16Le || codePage == kUtf16Be);
+    auto text = markedUtf16 ? ReadMarkedUtf16(body, codePage, path) : clsCodePage::ToUtf8(body, codePage);
     const bool fromStatement = !bom && statedNumber;
     if (!text && fromStatement) text = DecodeByLine(body, codePage, ansiCodePage);
     const uint32_t detected = DetectCodePage(body, ansiCodePage).codePage;
@@ -205,12 +214,12 @@ bool clsLanguageTextFile::SetFileName(const std::string& path) {
                    DescribeCodePage(detected) + ").",
                true);
         codePage = detected;
-        text = Decode(body, codePage);
+        text = clsCodePage::ToUtf8(body, codePage);
     }
     if (!text) {
         // Only a machine code page the converter does not know gets here; 1252 reads any byte.
         codePage = 1252;
-        text = Decode(body, codePage);
+        text = clsCodePage::ToUtf8(body, codePage);
     }
     if (!text) {
         Report("Error in Modul clsLanguageTextFile Funktion FileName: " + path + " cannot be decoded.", true);
@@ -268,7 +277,7 @@ void clsLanguageTextFile::TerminateConnectionToText() {
 }
 
 DetectedCodePage clsLanguageTextFile::DetectCodePage(std::string_view bytes, uint32_t ansiCodePage) {
-    if (const auto bom = ByteOrderMark(bytes)) return *bom;
+    if (const auto bom = MarkedCodePage(bytes)) return *bom;
     if (IsAscii(bytes)) return {ansiCodePage, 0};
     if (clsCodePage::IsUtf8(bytes)) return {kUtf8, 0};
     if (LooksShiftJis(bytes) && clsCodePage::ToUtf8(bytes, 932)) return {932, 0};

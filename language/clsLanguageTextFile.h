@@ -29,6 +29,8 @@
 #include <string_view>
 #include <vector>
 
+#include "common/clsCodePage.h"
+
 namespace tovel {
 
 /// What the code-page detection found.
@@ -45,8 +47,8 @@ public:
     using Reporter = std::function<void(const std::string& line, bool problem)>;
 
     inline static constexpr uint32_t kUtf8 = 65001;
-    inline static constexpr uint32_t kUtf16Le = 1200;
-    inline static constexpr uint32_t kUtf16Be = 1201;
+    inline static constexpr uint32_t kUtf16Le = kCodePageUtf16Le;
+    inline static constexpr uint32_t kUtf16Be = kCodePageUtf16Be;
 
     [[nodiscard]] const std::string& FileName() const { return fileName_; }
     /// Sets the file and reads it (Windows path, through the platform). False when it cannot

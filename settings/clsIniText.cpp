@@ -5,6 +5,7 @@
 #include <limits>
 
 #include "common/clsCodePage.h"
+#include "common/clsTextDecoder.h"
 #include "platform/clsUtf8.h"
 #include "platform/clsWindowsPath.h"
 
@@ -53,73 +54,23 @@ std::vector<RawLine> SplitBytes(std::string_view body) {
     return lines;
 }
 
-uint32_t UnitAt(std::string_view body, size_t i, bool bigEndian) {
-    const auto a = static_cast<unsigned char>(body[i]);
-    const auto b = static_cast<unsigned char>(body[i + 1]);
-    return bigEndian ? (static_cast<uint32_t>(a) << 8) | b : (static_cast<uint32_t>(b) << 8) | a;
-}
-
 // Lines of UTF-16 text (an even number of bytes), in bytes.
 std::vector<RawLine> SplitUtf16(std::string_view body, bool bigEndian) {
     std::vector<RawLine> lines;
     size_t start = 0;
     for (size_t i = 0; i + 1 < body.size();) {
-        const uint32_t unit = UnitAt(body, i, bigEndian);
+        const uint32_t unit = clsTextDecoder::UnitAt(body, i, bigEndian);
         if (unit != '\r' && unit != '\n') {
             i += 2;
             continue;
         }
-        const bool crLf = unit == '\r' && i + 3 < body.size() && UnitAt(body, i + 2, bigEndian) == '\n';
+        const bool crLf = unit == '\r' && i + 3 < body.size() && clsTextDecoder::UnitAt(body, i + 2, bigEndian) == '\n';
         lines.push_back({start, i - start, static_cast<uint8_t>(crLf ? 1 : unit == '\n' ? 2 : 3)});
         i += crLf ? 4 : 2;
         start = i;
     }
     if (start < body.size()) lines.push_back({start, body.size() - start, 0});
     return lines;
-}
-
-// UTF-16 to UTF-8; a lone surrogate becomes U+FFFD and makes the answer false.
-bool DecodeUtf16(std::string_view bytes, bool bigEndian, std::string& out) {
-    bool valid = true;
-    out.reserve(bytes.size());
-    for (size_t i = 0; i + 1 < bytes.size(); i += 2) {
-        uint32_t unit = UnitAt(bytes, i, bigEndian);
-        if (unit >= 0xD800 && unit <= 0xDBFF && i + 3 < bytes.size()) {
-            const uint32_t low = UnitAt(bytes, i + 2, bigEndian);
-            if (low >= 0xDC00 && low <= 0xDFFF) {
-                clsUtf8::Append(0x10000 + ((unit - 0xD800) << 10) + (low - 0xDC00), out);
-                i += 2;
-                continue;
-            }
-        }
-        if (unit >= 0xD800 && unit <= 0xDFFF) {
-            valid = false;
-            unit = 0xFFFD;
-        }
-        clsUtf8::Append(unit, out);
-    }
-    return valid;
-}
-
-std::string EncodeUtf16(std::string_view text, bool bigEndian) {
-    std::string out;
-    out.reserve(text.size() * 2);
-    auto put = [&](uint32_t unit) {
-        const auto high = static_cast<char>((unit >> 8) & 0xFF);
-        const auto low = static_cast<char>(unit & 0xFF);
-        out += bigEndian ? high : low;
-        out += bigEndian ? low : high;
-    };
-    for (size_t i = 0; i < text.size();) {
-        const uint32_t cp = clsUtf8::NextLenient(text, i);
-        if (cp >= 0x10000) {
-            put(0xD800 + ((cp - 0x10000) >> 10));
-            put(0xDC00 + ((cp - 0x10000) & 0x3FF));
-        } else {
-            put(cp);
-        }
-    }
-    return out;
 }
 
 // UTF-8 as far as it is valid; each byte that starts no character becomes U+FFFD.
@@ -182,12 +133,12 @@ std::string_view Unquoted(std::string_view value) {
     return value;
 }
 
-std::string EncodingName(IniEncoding encoding, uint32_t codePage) {
+std::string EncodingName(TextEncoding encoding, uint32_t codePage) {
     switch (encoding) {
-    case IniEncoding::Utf8: return "UTF-8";
-    case IniEncoding::Utf16Le: return "UTF-16 LE";
-    case IniEncoding::Utf16Be: return "UTF-16 BE";
-    case IniEncoding::Ansi: break;
+    case TextEncoding::Utf8: return "UTF-8";
+    case TextEncoding::Utf16Le: return "UTF-16 LE";
+    case TextEncoding::Utf16Be: return "UTF-16 BE";
+    case TextEncoding::Ansi: break;
     }
     return "code page " + std::to_string(codePage);
 }
@@ -295,33 +246,24 @@ void clsIniText::Classify(Line& line) {
 
 clsIniText clsIniText::Parse(std::string_view bytes, uint32_t ansiCodePage, std::vector<std::string>& warnings) {
     clsIniText ini(ansiCodePage);
-    size_t bomLength = 0;
-    if (bytes.substr(0, 3) == "\xEF\xBB\xBF") {
-        ini.encoding_ = IniEncoding::Utf8;
-        bomLength = 3;
-    } else if (bytes.substr(0, 2) == "\xFF\xFE") {
-        ini.encoding_ = IniEncoding::Utf16Le;
-        bomLength = 2;
-    } else if (bytes.substr(0, 2) == "\xFE\xFF") {
-        ini.encoding_ = IniEncoding::Utf16Be;
-        bomLength = 2;
-    }
-    ini.bom_ = std::string(bytes.substr(0, bomLength));
-    std::string_view body = bytes.substr(bomLength);
-    const bool utf16 = ini.encoding_ == IniEncoding::Utf16Le || ini.encoding_ == IniEncoding::Utf16Be;
+    const ByteOrderMark bom = clsTextDecoder::DetectBom(bytes);
+    ini.encoding_ = bom.encoding;
+    ini.bom_ = std::string(bytes.substr(0, bom.length));
+    std::string_view body = bytes.substr(bom.length);
+    const bool utf16 = clsTextDecoder::IsUtf16(ini.encoding_);
     if (utf16 && body.size() % 2 != 0) {
         ini.tail_ = std::string(body.substr(body.size() - 1));
         body.remove_suffix(1);
         warnings.push_back("ends in half a UTF-16 character; that byte is kept but not read");
     }
-    const bool bigEndian = ini.encoding_ == IniEncoding::Utf16Be;
+    const bool bigEndian = ini.encoding_ == TextEncoding::Utf16Be;
     const auto raw = utf16 ? SplitUtf16(body, bigEndian) : SplitBytes(body);
     ini.lines_.resize(raw.size());
 
     // Most files are ASCII, or convert as a whole; only otherwise is each line decoded alone.
     std::optional<std::string> whole;
     std::vector<RawLine> wholeLines;
-    if (ini.encoding_ == IniEncoding::Ansi && !IsAscii(body)) {
+    if (ini.encoding_ == TextEncoding::Ansi && !IsAscii(body)) {
         whole = clsCodePage::ToUtf8(body, ansiCodePage);
         if (whole) wholeLines = SplitBytes(*whole);
         const bool sameShape = whole && wholeLines.size() == raw.size() &&
@@ -329,7 +271,7 @@ clsIniText clsIniText::Parse(std::string_view bytes, uint32_t ansiCodePage, std:
                                           [](const RawLine& a, const RawLine& b) { return a.end == b.end; });
         if (!sameShape) whole.reset();
     }
-    const bool utf8Valid = ini.encoding_ == IniEncoding::Utf8 && clsCodePage::IsUtf8(body);
+    const bool utf8Valid = ini.encoding_ == TextEncoding::Utf8 && clsCodePage::IsUtf8(body);
 
     std::vector<size_t> badLines, nulLines, longLines;
     for (size_t i = 0; i < raw.size(); ++i) {
@@ -338,8 +280,10 @@ clsIniText clsIniText::Parse(std::string_view bytes, uint32_t ansiCodePage, std:
         line.end = static_cast<End>(raw[i].end);
         bool valid = true;
         if (utf16) {
-            valid = DecodeUtf16(bytesOfLine, bigEndian, line.text);
-        } else if (ini.encoding_ == IniEncoding::Utf8) {
+            auto decoded = clsTextDecoder::FromUtf16(bytesOfLine, bigEndian);
+            line.text = std::move(decoded.text);
+            valid = !decoded.replaced;
+        } else if (ini.encoding_ == TextEncoding::Utf8) {
             valid = utf8Valid || clsCodePage::IsUtf8(bytesOfLine);
             line.text = valid ? std::string(bytesOfLine) : LenientUtf8(bytesOfLine);
         } else if (whole) {
@@ -453,18 +397,18 @@ std::string clsIniText::EndBytes(End end) const {
     case End::Lf: eight = "\n"; break;
     case End::Cr: eight = "\r"; break;
     }
-    if (encoding_ == IniEncoding::Utf16Le || encoding_ == IniEncoding::Utf16Be) {
-        return EncodeUtf16(eight, encoding_ == IniEncoding::Utf16Be);
+    if (clsTextDecoder::IsUtf16(encoding_)) {
+        return clsTextDecoder::ToUtf16(eight, encoding_ == TextEncoding::Utf16Be);
     }
     return std::string(eight);
 }
 
 std::string clsIniText::EncodeText(std::string_view text) const {
     switch (encoding_) {
-    case IniEncoding::Utf8: return std::string(text);
-    case IniEncoding::Utf16Le:
-    case IniEncoding::Utf16Be: return EncodeUtf16(text, encoding_ == IniEncoding::Utf16Be);
-    case IniEncoding::Ansi: break;
+    case TextEncoding::Utf8: return std::string(text);
+    case TextEncoding::Utf16Le:
+    case TextEncoding::Utf16Be: return clsTextDecoder::ToUtf16(text, encoding_ == TextEncoding::Utf16Be);
+    case TextEncoding::Ansi: break;
     }
     if (IsAscii(text)) return std::string(text);
     if (auto bytes = clsCodePage::FromUtf8(text, ansiCodePage_)) return std::move(*bytes);
@@ -479,7 +423,7 @@ std::string clsIniText::EncodeText(std::string_view text) const {
 }
 
 std::string clsIniText::DecodeBack(std::string_view bytes, std::string_view text) const {
-    if (encoding_ != IniEncoding::Ansi) return std::string(text);
+    if (encoding_ != TextEncoding::Ansi) return std::string(text);
     if (IsAscii(bytes)) return std::string(bytes);
     if (auto back = clsCodePage::ToUtf8(bytes, ansiCodePage_)) return std::move(*back);
     return LenientAnsi(bytes, ansiCodePage_);
@@ -498,9 +442,9 @@ std::string clsIniText::RawPrefix(const Line& line) const {
     if (line.rawIsText) return line.text.substr(0, line.valueBegin);
     // Up to the first "=" and the blanks after it, in the file's own bytes: "=" and blanks
     // are never part of another character.
-    const bool utf16 = encoding_ == IniEncoding::Utf16Le || encoding_ == IniEncoding::Utf16Be;
+    const bool utf16 = clsTextDecoder::IsUtf16(encoding_);
     const size_t step = utf16 ? 2 : 1;
-    auto unit = [&](size_t i) { return utf16 ? UnitAt(line.raw, i, encoding_ == IniEncoding::Utf16Be) : static_cast<unsigned char>(line.raw[i]); };
+    auto unit = [&](size_t i) { return utf16 ? clsTextDecoder::UnitAt(line.raw, i, encoding_ == TextEncoding::Utf16Be) : static_cast<unsigned char>(line.raw[i]); };
     size_t i = 0;
     while (i + step <= line.raw.size() && unit(i) != '=') i += step;
     if (i + step <= line.raw.size()) i += step;

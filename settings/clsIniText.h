@@ -32,9 +32,9 @@
 #include <unordered_map>
 #include <vector>
 
-namespace tovel {
+#include "common/clsTextDecoder.h"
 
-enum class IniEncoding : uint8_t { Ansi, Utf8, Utf16Le, Utf16Be };
+namespace tovel {
 
 /// One line of a section as GetPrivateProfileSection lists it, split at its first "=".
 struct IniEntry {
@@ -134,7 +134,7 @@ private:
     [[nodiscard]] std::string EndBytes(End end) const;
 
     uint32_t ansiCodePage_ = 1252;
-    IniEncoding encoding_ = IniEncoding::Ansi;
+    TextEncoding encoding_ = TextEncoding::Ansi;
     std::string bom_;
     std::string tail_;          ///< a last odd byte of a UTF-16 file
     End newLine_ = End::CrLf;   ///< the line end new lines get

@@ -142,6 +142,17 @@ TEST_F(LanguageTextFileTest, ByteOrderMarksDecideTheCodePage) {
     EXPECT_TRUE(problems_.empty());
 }
 
+TEST_F(LanguageTextFileTest, DamagedUtf16StaysUtf16) {
+    // A lone surrogate in one text and half a character at the end: the other texts still read.
+    const std::string bytes = Utf16(u"[A]\r\nK=Zurück\r\nL=a\xD800" u"b\r\n", false) + "x";
+    const auto file = Open("damaged.txt", bytes);
+    EXPECT_EQ(file.CodePageNumber(), 1200u);
+    EXPECT_EQ(file.LoadIniProperty2("A", "K"), "Zurück");
+    EXPECT_EQ(file.LoadIniProperty2("A", "L"), "a\xEF\xBF\xBD" "b");
+    ASSERT_EQ(problems_.size(), 1u);
+    EXPECT_NE(problems_[0].find("damaged UTF-16"), std::string::npos);
+}
+
 TEST_F(LanguageTextFileTest, DetectionTellsJapaneseFromWesternText) {
     const std::string japanese = std::string("[Texts]\r\n104=") + kCancelQuestion932 + "\r\nBtn=" + kInstall932 + "\r\n";
     const auto jp = Open("jp.txt", japanese, "Detect");
