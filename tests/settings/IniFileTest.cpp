@@ -343,6 +343,16 @@ TEST_F(IniFile, UnicodeFilesKeepTheirEncoding) {
     EXPECT_TRUE(Reported("u8.ini: line 2 is not valid text in UTF-8"));
     u8.PutString("n", "1");
     EXPECT_EQ(Bytes("u8.ini"), broken + "n=1\r\n");
+
+    // A lone surrogate and half a character at the end: read as U+FFFD, written back as they were.
+    const std::string head = Utf16("[S]\r\nbad=", true) + std::string("\xD8\x00", 2);
+    Put("d16.ini", head + Utf16("\r\nk=1\r\n", true).substr(2) + "\x41");
+    auto d16 = Open("d16.ini", "S");
+    EXPECT_EQ(d16.GetString("bad", ""), "\xEF\xBF\xBD");
+    EXPECT_TRUE(Reported("d16.ini: line 2 is not valid text in UTF-16 BE"));
+    EXPECT_TRUE(Reported("ends in half a UTF-16 character"));
+    d16.PutString("k", "2");
+    EXPECT_EQ(Bytes("d16.ini"), head + Utf16("\r\nk=2\r\n", true).substr(2) + "\x41");
 }
 
 TEST_F(IniFile, ChangesOnDiskAreSeen) {
