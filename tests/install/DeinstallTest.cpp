@@ -34,12 +34,11 @@ TEST_F(DeinstallTest, TheListReusesAnEntryOrAddsOneWithThreeDigits) {
 
     clsRegistry key;
     ASSERT_TRUE(key.InitWithRegPath(RegPath("Uninstall list")));
-    EXPECT_EQ(key.QueryValue("Count"), "10");
-    EXPECT_EQ(key.QueryValue("Prod001"), "SKey=BASE DeinstallKey=Base Key");
-    EXPECT_EQ(key.QueryValue("Param001"), " ");
-    EXPECT_EQ(key.QueryValue("Prod002"), "SKey=VIEW2 DeinstallKey=Other");
-    EXPECT_EQ(key.QueryValue("Param002"), " ");
-    EXPECT_EQ(key.QueryValue("Prod010"), "SKey=P10 DeinstallKey=Key 10");
+    const std::pair<const char*, const char*> values[] = {
+        {"Count", "10"},    {"Prod001", "SKey=BASE DeinstallKey=Base Key"}, {"Param001", " "},
+        {"Param002", " "},  {"Prod002", "SKey=VIEW2 DeinstallKey=Other"},   {"Prod010", "SKey=P10 DeinstallKey=Key 10"},
+    };
+    for (const auto& [name, value] : values) EXPECT_EQ(key.QueryValue(name), value) << name;
 
     EXPECT_EQ(list.Record("NONE", {}, ""), 0);
     EXPECT_EQ(clsDeinstallList("").Record("X", {"K"}, ""), 0);
