@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "app/clsLinuxOptions.h"
+#include "app/mdlSetupRun.h"
 #include "catalogue/CatalogueGlobals.h"
 #include "catalogue/clsCataloguePlan.h"
 #include "catalogue/clsSSFSearch.h"
@@ -17,11 +18,7 @@
 #include "platform/posix/clsMachineProfile.h"
 #include "startup/Globals.h"
 #include "startup/Main.h"
-#include "startup/mdlLog.h"
 #include "ui/console/clsConsoleRenderer.h"
-#include "wizard/clsMessage.h"
-#include "wizard/clsRenderer.h"
-#include "wizard/mdlWizard.h"
 
 using namespace tovel;
 
@@ -119,6 +116,15 @@ int PrintPlan() {
     return 0;
 }
 
+// Where the start put the setup, for the person at the terminal.
+void PrintStart() {
+    std::cout << "Setup folder " << HomePath << ", work folder " << WorkFolder << ", Windows folder " << WindowsDir
+              << ", system folder " << SystemDir << '\n'
+              << "Log:     " << gLog->LogfileFullPath() << '\n'
+              << "Setup language: " << LanguageIndexToCode(DefaultLanguage, 1) << " ("
+              << LanguageIndexToCode(DefaultLanguage, 2) << ")\n";
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
@@ -170,19 +176,5 @@ int main(int argc, char** argv) {
         return PrintPlan();
     }
     clsConsoleRenderer renderer(std::cin, std::cout, clsConsoleRenderer::DetectMode());
-    SetRenderer(&renderer);
-    UseMessageForm();
-    Main();
-    if (ShowConfig) return 0;
-    std::cout << "Setup folder " << HomePath << ", work folder " << WorkFolder << ", Windows folder " << WindowsDir
-              << ", system folder " << SystemDir << '\n'
-              << "Log:     " << gLog->LogfileFullPath() << '\n'
-              << "Setup language: " << LanguageIndexToCode(DefaultLanguage, 1) << " ("
-              << LanguageIndexToCode(DefaultLanguage, 2) << ")\n";
-    RunWizard();
-    // Only a script that ran out before the Done page gets here: the user never finished.
-    SetRenderer(nullptr);
-    LogIfEnabled("The input ended before the setup did: the setup is cancelled.");
-    ExitStatus = 1602;
-    EndProgram();
+    RunSetup(&renderer, PrintStart);
 }

@@ -83,9 +83,9 @@ public:
     /// section of that name. "" for any other name.
     [[nodiscard]] std::string GetInfo(const std::string& name) const;
 
-    /// Logging switched on: CreateLogFile of Setups.ini, or the /log switch.
+    /// CreateLogFile of Setups.ini: the disc's wish for the log. The /log switch is kept by
+    /// start-up, which switches logging on when either asks for it.
     [[nodiscard]] bool CreateLogFile() const { return createLogFile_; }
-    void SetCreateLogFile(bool on) { createLogFile_ = on; }
     /// Level of Setups.ini, or the /level= switch.
     [[nodiscard]] int32_t Level() const { return level_; }
     void SetLevel(int32_t level) { level_ = level; }

@@ -12,6 +12,7 @@
 #include "startup/Globals.h"
 #include "startup/clsCommandLine.h"
 #include "startup/mdlLog.h"
+#include "startup/mdlSwitches.h"
 
 namespace tovel {
 
@@ -97,7 +98,9 @@ void AnalyseCommandLine(const std::string& line) {
     if (line.empty()) return;
     clsCommandLine commandLine;
     commandLine.SetCommandLine(line);
-    commandLine.Start();
+    CommandLineSwitches found = commandLine.Start();
+    ApplySwitches(found);
+    clsCommandLine::WriteAnalysis(found.analysis);
     if (RecordMode) MsgBox("The record function is activ.", mb::kOk | mb::kIconInformation, "Record");
 }
 

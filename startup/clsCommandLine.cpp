@@ -7,7 +7,6 @@
 
 #include "common/clsString.h"
 #include "platform/clsPlatform.h"
-#include "startup/Globals.h"
 #include "startup/mdlLog.h"
 
 namespace tovel {
@@ -43,8 +42,8 @@ std::string AnswerFilePath(std::string_view value) {
 
 } // namespace
 
-void clsCommandLine::Start() {
-    analysis_.clear();
+CommandLineSwitches clsCommandLine::Start() {
+    found_ = {};
     lower_ = LowerAscii(commandLine_);
     // The order is fixed: where two switches set the same flag the later one wins. "/test" has
     // no test of its own: it is part of "/testmode" and must stay without effect.
@@ -61,16 +60,12 @@ void clsCommandLine::Start() {
     Trap("CheckNoOSCheck", &clsCommandLine::CheckNoOSCheck);
     Trap("CheckRecord", &clsCommandLine::CheckRecord);
     Trap("CheckSilent", &clsCommandLine::CheckSilent);
-    try {
-        WriteAnalysis();
-    } catch (...) {
-        // A log that cannot be written never stops the setup.
-    }
+    return found_;
 }
 
 void clsCommandLine::CheckShowConfig() {
     if (!Has("/showconfig")) return;
-    ShowConfig = true;
+    found_.showConfig = true;
     AddLine("ShowConfig=True");
 }
 
@@ -88,13 +83,13 @@ void clsCommandLine::CheckDrive() {
         AddError("CheckDrive", "no drive letter behind /drive=");
         return;
     }
-    // Only the process's current drive and folder move; HomePath stays the disc.
-    auto& files = Platform().Files();
+    // A drive that is not there is refused here, in its place among the lines.
     const std::string root = std::string(1, letter) + ":\\";
-    if (!files.SetCurrentDrive(letter) || !files.SetCurrentFolder(root)) {
+    if (!Platform().Files().FolderExists(root)) {
         AddError("CheckDrive", "cannot change to " + root);
         return;
     }
+    found_.drive = letter;
     AddLine("Drive=" + std::string(1, letter));
 }
 
@@ -105,116 +100,114 @@ void clsCommandLine::CheckLevel() {
     const auto valueAt = at + kSwitch.size();
     const char digit = valueAt < commandLine_.size() ? commandLine_[valueAt] : '\0';
     const int32_t level = digit >= '0' && digit <= '9' ? digit - '0' : 0;
-    if (!gSetupsIni) {
-        AddError("CheckLevel", "no settings object");
-        return;
-    }
-    gSetupsIni->SetLevel(level);
+    found_.level = level;
     AddLine("Level=" + std::to_string(level));
 }
 
 void clsCommandLine::CheckComplete() {
     if (!Has("/complete")) return;
-    LorvexScanComplete = true;
+    found_.lorvexScanComplete = true;
     AddLine("Lorvex Scanmode=-1");
 }
 
 void clsCommandLine::CheckBeginEnd() {
     if (!Has("/beginend")) return;
-    LorvexScanComplete = false;
+    found_.lorvexScanComplete = false;
     AddLine("Lorvex Scanmode=0");
 }
 
 void clsCommandLine::CheckReg() {
     if (!Has("/reg")) return;
-    LorvexAdditionalCommand = "-reg";
-    AddLine("Lorvex AdditionalCommandLine=" + LorvexAdditionalCommand);
+    found_.lorvexAdditionalCommand = "-reg";
+    AddLine("Lorvex AdditionalCommandLine=" + *found_.lorvexAdditionalCommand);
 }
 
 void clsCommandLine::CheckNoReg() {
     if (!Has("/noreg")) return;
-    LorvexAdditionalCommand.clear();
-    AddLine("Lorvex AdditionalCommandLine=" + LorvexAdditionalCommand);
+    found_.lorvexAdditionalCommand = "";
+    AddLine("Lorvex AdditionalCommandLine=" + *found_.lorvexAdditionalCommand);
 }
 
 void clsCommandLine::CheckLog() {
     if (!Has("/log")) return;
-    if (!gSetupsIni) {
-        AddError("CheckLog", "no settings object");
-        return;
-    }
-    gSetupsIni->SetCreateLogFile(true);
-    AddLine(std::string("Log=") + BoolText(gSetupsIni->CreateLogFile()));
+    found_.log = true;
+    AddLine(std::string("Log=") + BoolText(found_.log));
 }
 
 void clsCommandLine::CheckNoVersionCheck() {
     if (!Has("/noversioncheck")) return;
-    NoVersionCheck = true;
+    found_.noVersionCheck = true;
     AddLine("NoVersionCheck=True");
 }
 
 void clsCommandLine::CheckTestmode() {
     if (!Has("/testmode")) return;
-    Testmode = true;
+    found_.testmode = true;
     AddLine("Testmode=True");
 }
 
 void clsCommandLine::CheckNoOSCheck() {
     // The one switch whose absence is a decision too.
-    NoOSCheck = Has("/nooscheck");
-    if (NoOSCheck) AddLine("NoOSCheck=True");
+    found_.noOSCheck = Has("/nooscheck");
+    if (found_.noOSCheck) AddLine("NoOSCheck=True");
 }
 
 void clsCommandLine::CheckRecord() {
     if (!Has("/record")) return;
-    RecordMode = true;
+    found_.recordMode = true;
     AddLine("Record=True");
 }
 
 void clsCommandLine::CheckSilent() {
+    found_.silentPath = FindAnswerFile();
+    const std::string path = found_.silentPath.value_or("");
+    // Only a file of the answer file's own name is taken; any other name is refused on purpose.
+    found_.silentMode = !path.empty() && ContainsNoCase(path, kAnswerFile) && Platform().Files().FileExists(path);
+    if (!found_.silentMode) return;
+    AddLine(std::string("Silent=") + BoolText(found_.silentMode));
+    AddLine("Silentpath=" + path);
+}
+
+std::optional<std::string> clsCommandLine::FindAnswerFile() const {
     auto& system = Platform().System();
-    auto& files = Platform().Files();
     // An answer file on the disc starts silent mode by itself, switch or not.
     std::string programFolder = system.ProgramFolder();
     if (!programFolder.empty() && programFolder.back() == '\\') programFolder.pop_back();
     const std::string besideProgram = programFolder + "\\" + std::string(kAnswerFile);
-    if (!programFolder.empty() && files.FileExists(besideProgram)) {
-        SilentPath = besideProgram;
-    } else {
-        size_t start = 0;
-        while (start <= commandLine_.size()) {
-            const auto end = std::min(commandLine_.find('/', start), commandLine_.size());
-            const std::string_view piece = std::string_view(commandLine_).substr(start, end - start);
-            start = end + 1;
-            if (!ContainsNoCase(piece, "silent")) continue;
-            const auto equals = piece.find('=');
-            // A bare switch looks in the Windows folder, not on the disc.
-            SilentPath = equals != std::string_view::npos ? AnswerFilePath(piece.substr(equals + 1))
-                                                          : system.WindowsFolder() + std::string(kAnswerFile);
-        }
+    if (!programFolder.empty() && Platform().Files().FileExists(besideProgram)) return besideProgram;
+    std::optional<std::string> found;
+    size_t start = 0;
+    while (start <= commandLine_.size()) {
+        const auto end = std::min(commandLine_.find('/', start), commandLine_.size());
+        const std::string_view piece = std::string_view(commandLine_).substr(start, end - start);
+        start = end + 1;
+        if (!ContainsNoCase(piece, "silent")) continue;
+        const auto equals = piece.find('=');
+        // A bare switch looks in the Windows folder, not on the disc.
+        found = equals != std::string_view::npos ? AnswerFilePath(piece.substr(equals + 1))
+                                                 : system.WindowsFolder() + std::string(kAnswerFile);
     }
-    // Only a file of the answer file's own name is taken; any other name is refused on purpose.
-    SilentMode = !SilentPath.empty() && ContainsNoCase(SilentPath, kAnswerFile) && files.FileExists(SilentPath);
-    if (!SilentMode) return;
-    AddLine(std::string("Silent=") + BoolText(SilentMode));
-    AddLine("Silentpath=" + SilentPath);
+    return found;
 }
 
-// Each line of the analysis goes to the log as a conditional line of its own. One call with
-// the whole text would give the same lines but end the section with a stray line holding
-// LogIfEnabled's blank; line by line, the section reads like every other one in the file.
-void clsCommandLine::WriteAnalysis() const {
-    if (analysis_.empty()) return;
-    LogHeading("Commandline analyse");
-    size_t start = 0;
-    for (size_t end; (end = analysis_.find("\r\n", start)) != std::string::npos; start = end + 2) {
-        LogIfEnabled(analysis_.substr(start, end - start));
+// The analysis goes to the log as one conditional line, as it was collected; only its last
+// CR LF is left to the log, so that the blank the conditional log appends ends the last
+// switch line instead of standing on a line of its own.
+void clsCommandLine::WriteAnalysis(const std::string& analysis) {
+    if (analysis.empty()) return;
+    try {
+        LogHeading("Commandline analyse");
+        std::string_view text = analysis;
+        if (text.ends_with("\r\n")) text.remove_suffix(2);
+        LogIfEnabled(std::string(text));
+    } catch (...) {
+        // A log that cannot be written never stops the setup.
     }
 }
 
 bool clsCommandLine::Has(std::string_view switchText) const { return lower_.find(switchText) != std::string::npos; }
 
-void clsCommandLine::AddLine(const std::string& line) { analysis_ += line + "\r\n"; }
+void clsCommandLine::AddLine(const std::string& line) { found_.analysis += line + "\r\n"; }
 
 void clsCommandLine::AddError(const char* function, const std::string& why) {
     AddLine(std::string("Error in Modul clsCommandLine Funktion ") + function + ": " + why);

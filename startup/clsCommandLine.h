@@ -1,6 +1,7 @@
 #pragma once
-// The program's command line, analysed once at start-up: it sets the run flags the rest of
-// the setup reads and writes one "Commandline analyse" section to the log.
+// The program's command line, analysed once at start-up. The analysis only reads: it returns
+// what it found (CommandLineSwitches), which ApplySwitches then carries out, and the lines
+// that WriteAnalysis puts into one "Commandline analyse" section of the log.
 //
 // The grammar is loose on purpose, so that the shortcuts on existing discs keep working:
 //   switch  = its text anywhere in the lower-cased line, no separator needed before or after
@@ -10,9 +11,12 @@
 //   "/level=" N     one character: a digit; anything else counts as 0 ("/level=12" is 1)
 //   silent          every piece between two "/" that holds "silent": bare ("/silent") or with
 //                   a path ("/silent=C:\x\Tovel_Auto.ini"); the path runs to the next "/"
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
+
+#include "startup/CommandLineSwitches.h"
 
 namespace tovel {
 
@@ -22,13 +26,14 @@ public:
     void SetCommandLine(std::string commandLine) { commandLine_ = std::move(commandLine); }
     [[nodiscard]] const std::string& CommandLine() const { return commandLine_; }
 
-    /// Tests every switch in its fixed order, sets the globals, and writes the analysis to the
-    /// log when logging is on and something was recognised. A faulty switch leaves an error
-    /// line in the analysis and the switches after it are still tested.
-    void Start();
+    /// Tests every switch in its fixed order and returns what it found, with the analysis.
+    /// Changes nothing: no global, no drive. A faulty switch leaves an error line in the
+    /// analysis and the switches after it are still tested.
+    [[nodiscard]] CommandLineSwitches Start();
 
-    /// The lines the last Start collected, each ended by CR LF; empty when nothing was recognised.
-    [[nodiscard]] const std::string& Analysis() const { return analysis_; }
+    /// Writes the analysis as the "Commandline analyse" section when logging is on and
+    /// something was recognised.
+    static void WriteAnalysis(const std::string& analysis);
 
 private:
     void CheckShowConfig();
@@ -44,7 +49,7 @@ private:
     void CheckNoOSCheck();
     void CheckRecord();
     void CheckSilent();
-    void WriteAnalysis() const;
+    [[nodiscard]] std::optional<std::string> FindAnswerFile() const;
 
     [[nodiscard]] bool Has(std::string_view switchText) const;
     void AddLine(const std::string& line);
@@ -54,7 +59,7 @@ private:
 
     std::string commandLine_;
     std::string lower_;     ///< commandLine_ with A-Z lowered: same length, so positions carry over
-    std::string analysis_;
+    CommandLineSwitches found_;
 };
 
 } // namespace tovel

@@ -11,9 +11,13 @@
 namespace tovel {
 
 namespace {
-// The settings hold the switch (CreateLogFile or /log); before they exist nothing is on.
-bool LoggingOn() { return gSetupsIni != nullptr && gSetupsIni->CreateLogFile(); }
+bool logSwitch = false;
+
+// The disc's CreateLogFile or /log; before the settings exist nothing is on.
+bool LoggingOn() { return gSetupsIni != nullptr && (logSwitch || gSetupsIni->CreateLogFile()); }
 } // namespace
+
+void SetLogSwitch(bool on) { logSwitch = on; }
 
 void StartLog() {
     gLog = std::make_unique<clsPrintLog>(WorkFolder, ContinuedAfterRestart);

@@ -45,7 +45,7 @@ TEST_F(StartupRun, CommandLineSwitchesAsTheLogShowsThem) {
     } cases[] = {
         {{"/DRIVE=C"}, {"Drive=C "}},
         {{"/drive=\\\\server\\share"}, {"UNC Pfad wird nicht unterst\xFCtzt! "}},
-        {{"/reg", "/noreg"}, {"Lorvex AdditionalCommandLine=-reg ", "Lorvex AdditionalCommandLine= "}},
+        {{"/reg", "/noreg"}, {"Lorvex AdditionalCommandLine=-reg", "Lorvex AdditionalCommandLine= "}},
         {{"/level=12"}, {"Level=1 "}},
         {{"/silent=C:\\answers.ini", "/log"}, {"Log=True "}},
         {{"/silent", "/log"}, {"Log=True "}},
@@ -65,6 +65,21 @@ TEST_F(StartupRun, CommandLineSwitchesAsTheLogShowsThem) {
     EXPECT_TRUE(Logged("CDTitle: Test Disc "));
 }
 
+// The analysis reaches the log as one conditional line: the blank it gets ends the last switch
+// line, and no line holds that blank alone.
+TEST_F(StartupRun, CommandLineSectionBytes) {
+    WriteDisc("Setups.ini", kLoggingDisc);
+    ASSERT_EQ(Run({"/noreg", "/Record", "/nooscheck"}), kEndedWithoutAnswers) << Output();
+    const std::string log = ReadMachine("drive_c/TOVELSETUP.LOG");
+    const std::string section = "\r\n" + std::string(84, '-') +
+                                "\r\nCommandline analyse:\r\nLorvex AdditionalCommandLine=\r\nNoOSCheck=True\r\n"
+                                "Record=True \r\n";
+    const size_t at = log.find(section);
+    ASSERT_NE(at, std::string::npos) << log;
+    EXPECT_EQ(log.find("\r\n \r\n"), std::string::npos) << log;
+    EXPECT_EQ(log.compare(at + section.size(), 17, "Message [Record] "), 0) << log.substr(at);
+}
+
 TEST_F(StartupRun, RecordNoticeAndConfigurationMode) {
     WriteDisc("Setups.ini", kLoggingDisc);
     ASSERT_EQ(Run({"/record"}), kEndedWithoutAnswers) << Output();
@@ -82,7 +97,7 @@ TEST_F(StartupRun, AnswerFileBesideTheProgramStartsSilentMode) {
     WriteDisc("Tovel_Auto.ini", "[General]\r\n");
     // Silent: the pages go on by themselves up to the Done page.
     ASSERT_EQ(Run({"/nooscheck"}), 0) << Output();
-    EXPECT_TRUE(Logged("Silent=True "));
+    EXPECT_TRUE(Logged("Silent=True"));
     EXPECT_TRUE(Logged("Silentpath=D:\\Tovel_Auto.ini "));
 }
 

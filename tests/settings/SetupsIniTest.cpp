@@ -154,11 +154,9 @@ TEST_F(SetupsIni, ReadsEveryKeyUnderItsName) {
     EXPECT_EQ(ini.GetInfo("path"), bed_->folder + "Products\\");
     EXPECT_EQ(ini.GetInfo("NoSuchKey"), "");
 
-    // The switches of the command line change the log switch and level afterwards.
+    // The level switch of the command line changes the level afterwards.
     ini.SetLevel(1);
-    ini.SetCreateLogFile(false);
     EXPECT_EQ(ini.GetInfo("Level"), "1");
-    EXPECT_EQ(ini.GetInfo("CreateLogFile"), "False");
 
     // Read again, everything starts from its default: a key gone is its default once more.
     Write("[SETTINGS]\r\nSetupMode=Single\r\n");

@@ -10,9 +10,12 @@
 #include "startup/Globals.h"
 #include "startup/clsCommandLine.h"
 #include "startup/mdlLog.h"
+#include "startup/mdlSwitches.h"
 #include "tests/support/BedFixture.h"
 
 #ifndef _WIN32
+#include <filesystem>
+
 #include "tests/machine/MachineFixture.h"
 #endif
 
@@ -27,13 +30,20 @@ void ResetRunState() {
     gLog.reset();
     WorkFolder.clear();
     gSetupsIni.reset();
+    SetLogSwitch(false);
 }
 
-std::string Analyse(const std::string& line) {
+CommandLineSwitches Analyse(const std::string& line) {
     clsCommandLine commandLine;
     commandLine.SetCommandLine(line);
-    commandLine.Start();
-    return commandLine.Analysis();
+    return commandLine.Start();
+}
+
+// The whole start of the switches: analysis, apply, log section.
+void AnalyseAndApply(const std::string& line) {
+    CommandLineSwitches found = Analyse(line);
+    ApplySwitches(found);
+    clsCommandLine::WriteAnalysis(found.analysis);
 }
 
 // Removes a file the test put outside its own folder, also when the test fails.
@@ -59,63 +69,106 @@ protected:
     }
 };
 
-TEST_F(CommandLine, SwitchesAnyCaseAnyOrderAreLoggedInTheirOwnOrder) {
-    EXPECT_EQ(Analyse("/Record /NOOSCHECK /testmode /NoVersionCheck /log /reg /complete /Level=5 /showconfig"),
+TEST_F(CommandLine, SwitchesAnyCaseAnyOrderAreFoundInTheirOwnOrder) {
+    auto found = Analyse("/Record /NOOSCHECK /testmode /NoVersionCheck /log /reg /complete /Level=5 /showconfig");
+    EXPECT_EQ(found.analysis,
               "ShowConfig=True\r\nLevel=5\r\nLorvex Scanmode=-1\r\nLorvex AdditionalCommandLine=-reg\r\n"
               "Log=True\r\nNoVersionCheck=True\r\nTestmode=True\r\nNoOSCheck=True\r\nRecord=True\r\n");
-    EXPECT_TRUE(ShowConfig && LorvexScanComplete && RecordMode && NoOSCheck && Testmode && NoVersionCheck);
-    EXPECT_EQ(gSetupsIni->Level(), 5);
-    EXPECT_TRUE(gSetupsIni->CreateLogFile());
-    EXPECT_EQ(LorvexAdditionalCommand, "-reg");
-    EXPECT_FALSE(SilentMode);
+    EXPECT_TRUE(found.showConfig && found.recordMode && found.noOSCheck && found.testmode && found.noVersionCheck &&
+                found.log);
+    EXPECT_EQ(found.level, 5);
+    EXPECT_EQ(found.lorvexScanComplete, true);
+    EXPECT_EQ(found.lorvexAdditionalCommand, "-reg");
+    EXPECT_FALSE(found.silentMode);
+    EXPECT_FALSE(found.drive);
+    // Finding changes nothing.
+    EXPECT_FALSE(ShowConfig || RecordMode || LorvexScanComplete);
+    EXPECT_FALSE(gSetupsIni->CreateLogFile());
 
     // Where two switches set one flag the later test wins, whatever the order typed.
-    EXPECT_EQ(Analyse("/noreg /beginend /reg /complete"),
+    found = Analyse("/noreg /beginend /reg /complete");
+    EXPECT_EQ(found.analysis,
               "Lorvex Scanmode=-1\r\nLorvex Scanmode=0\r\nLorvex AdditionalCommandLine=-reg\r\n"
               "Lorvex AdditionalCommandLine=\r\n");
-    EXPECT_FALSE(LorvexScanComplete);
-    EXPECT_EQ(LorvexAdditionalCommand, "");
+    EXPECT_EQ(found.lorvexScanComplete, false);
+    EXPECT_EQ(found.lorvexAdditionalCommand, "");
 }
 
 TEST_F(CommandLine, SubstringsTriggerAndAbsentSwitchesKeepTheirValues) {
     LorvexAdditionalCommand = "-x ";
     LorvexScanComplete = true;
     NoOSCheck = true;
-    // "/test" is not a switch; only /nooscheck resets its flag when absent.
-    EXPECT_EQ(Analyse("/test"), "");
+    // "/test" is not a switch; only /nooscheck (and silent mode) reset their flags when absent.
+    auto found = Analyse("/test");
+    EXPECT_EQ(found.analysis, "");
+    ApplySwitches(found);
     EXPECT_FALSE(Testmode);
     EXPECT_FALSE(NoOSCheck);
     EXPECT_EQ(LorvexAdditionalCommand, "-x ");
     EXPECT_TRUE(LorvexScanComplete);
-    EXPECT_FALSE(gSetupsIni->CreateLogFile());
+    EXPECT_FALSE(found.log);
 
-    EXPECT_EQ(Analyse("setup.exe/logfile=x"), "Log=True\r\n");
-    EXPECT_TRUE(gSetupsIni->CreateLogFile());
+    found = Analyse("setup.exe/logfile=x");
+    EXPECT_EQ(found.analysis, "Log=True\r\n");
+    EXPECT_TRUE(found.log);
 }
 
 TEST_F(CommandLine, LevelReadsOneCharacter) {
-    EXPECT_EQ(Analyse("/level=12"), "Level=1\r\n");
-    EXPECT_EQ(gSetupsIni->Level(), 1);
+    auto found = Analyse("/level=12");
+    EXPECT_EQ(found.analysis, "Level=1\r\n");
+    EXPECT_EQ(found.level, 1);
     // Not a digit, or nothing at all: 0, and the switches after it are still analysed.
-    EXPECT_EQ(Analyse("/LEVEL=x /record"), "Level=0\r\nRecord=True\r\n");
-    EXPECT_EQ(gSetupsIni->Level(), 0);
-    gSetupsIni->SetLevel(3);
-    EXPECT_EQ(Analyse("/level="), "Level=0\r\n");
-    EXPECT_EQ(gSetupsIni->Level(), 0);
+    found = Analyse("/LEVEL=x /record");
+    EXPECT_EQ(found.analysis, "Level=0\r\nRecord=True\r\n");
+    EXPECT_EQ(found.level, 0);
+    EXPECT_EQ(Analyse("/level=").level, 0);
+    EXPECT_FALSE(Analyse("/record").level);
 }
 
-TEST_F(CommandLine, DriveSwitchGoesToTheRootOrRefusesUnc) {
+TEST_F(CommandLine, DriveSwitchFindsTheRootOrRefusesUnc) {
+    auto found = Analyse("/drive=\\\\server\\share /drive=C");
+    EXPECT_EQ(found.analysis, "UNC Pfad wird nicht unterst\xC3\xBCtzt!\r\n");
+    EXPECT_FALSE(found.drive);
+    found = Analyse("/drive=1 /record");
+    EXPECT_EQ(found.analysis,
+              "Error in Modul clsCommandLine Funktion CheckDrive: no drive letter behind /drive=\r\nRecord=True\r\n");
+    EXPECT_FALSE(found.drive);
+
+    found = Analyse("/DRIVE=C");
+    EXPECT_EQ(found.analysis, "Drive=C\r\n");
+    EXPECT_EQ(found.drive, 'C');
+}
+
+// Drive, level, log switch and flags carried out on a fresh machine, and the section they
+// leave in the log: one conditional line, so the blank ends the last switch line.
+TEST_F(CommandLine, ApplyChangesDriveLevelLogAndFlags) {
     auto& files = Platform().Files();
     ASSERT_TRUE(files.SetCurrentFolder(bed_->folder));
-    const std::string before = files.CurrentFolder();
-    EXPECT_EQ(Analyse("/drive=\\\\server\\share /drive=C"), "UNC Pfad wird nicht unterst\xC3\xBCtzt!\r\n");
-    EXPECT_EQ(files.CurrentFolder(), before);
-    EXPECT_EQ(Analyse("/drive=1 /record"),
-              "Error in Modul clsCommandLine Funktion CheckDrive: no drive letter behind /drive=\r\nRecord=True\r\n");
-    EXPECT_EQ(files.CurrentFolder(), before);
+    WorkFolder = bed_->folder;
+    StartLog();
+    const std::string logPath = bed_->folder + "TOVELSETUP.LOG";
+    const auto log = [&] { return files.ReadFile(logPath).value_or("<missing>"); };
+    const std::string header = log();
 
-    EXPECT_EQ(Analyse("/DRIVE=C"), "Drive=C\r\n");
+    AnalyseAndApply("/record /level=7");  // logging off: the flags change, the log does not
+    EXPECT_TRUE(RecordMode);
+    EXPECT_EQ(gSetupsIni->Level(), 7);
+    EXPECT_EQ(log(), header);
+
+    AnalyseAndApply("/DRIVE=C /LOG /reg /nooscheck /level=3");
     EXPECT_EQ(files.CurrentFolder(), "C:\\");
+    EXPECT_EQ(gSetupsIni->Level(), 3);
+    EXPECT_EQ(LorvexAdditionalCommand, "-reg");
+    EXPECT_TRUE(NoOSCheck && RecordMode);
+    EXPECT_FALSE(gSetupsIni->CreateLogFile()) << "the settings keep what the disc says";
+    const std::string section = header + "\r\n" + std::string(84, '-') +
+                                "\r\nCommandline analyse:\r\nDrive=C\r\nLevel=3\r\nLorvex AdditionalCommandLine=-reg\r\n"
+                                "Log=True\r\nNoOSCheck=True \r\n";
+    EXPECT_EQ(log(), section);
+    // Nothing recognised: no section; the next line follows the last switch line directly.
+    AnalyseAndApply("/test");
+    LogIfEnabled("next");
+    EXPECT_EQ(log(), section + "next \r\n");
 }
 
 TEST_F(CommandLine, SilentNeedsAnExistingAnswerFileOfItsName) {
@@ -125,20 +178,24 @@ TEST_F(CommandLine, SilentNeedsAnExistingAnswerFileOfItsName) {
     Write(answers);
 
     // Another name is refused on purpose, existing or not; so is a missing answer file.
-    EXPECT_EQ(Analyse("/silent=" + other), "");
-    EXPECT_FALSE(SilentMode);
-    EXPECT_EQ(Analyse("/silent=" + bed_->folder + "Tovel_Auto.ini"), "");
-    EXPECT_FALSE(SilentMode);
-    EXPECT_EQ(Analyse("/silent="), "");
-    EXPECT_FALSE(SilentMode);
+    for (const std::string& path : {other, bed_->folder + "Tovel_Auto.ini", std::string()}) {
+        const auto found = Analyse("/silent=" + path);
+        EXPECT_EQ(found.analysis, "") << path;
+        EXPECT_FALSE(found.silentMode) << path;
+        EXPECT_EQ(found.silentPath, path) << "the path is kept, refused or not";
+    }
+    EXPECT_FALSE(Analyse("/record").silentPath);
 
     // Quotes and the blanks before the next switch are not part of the path; case is free.
-    EXPECT_EQ(Analyse("/SILENT=\"" + answers + "\" /record"),
-              "Record=True\r\nSilent=True\r\nSilentpath=" + answers + "\r\n");
-    EXPECT_TRUE(SilentMode);
+    auto found = Analyse("/SILENT=\"" + answers + "\" /record");
+    EXPECT_EQ(found.analysis, "Record=True\r\nSilent=True\r\nSilentpath=" + answers + "\r\n");
+    EXPECT_TRUE(found.silentMode);
     const std::string lower = bed_->folder + "My Answers\\tovel_auto.INI";
-    EXPECT_EQ(Analyse("\"/silent=" + lower + "\""), "Silent=True\r\nSilentpath=" + lower + "\r\n");
+    found = Analyse("\"/silent=" + lower + "\"");
+    EXPECT_EQ(found.analysis, "Silent=True\r\nSilentpath=" + lower + "\r\n");
+    ApplySwitches(found);
     EXPECT_TRUE(SilentMode);
+    EXPECT_EQ(SilentPath, lower);
 }
 
 TEST_F(CommandLine, AnswerFileBesideTheProgramNeedsNoSwitch) {
@@ -148,29 +205,10 @@ TEST_F(CommandLine, AnswerFileBesideTheProgramNeedsNoSwitch) {
     const FileGuard guard{folder + "\\Tovel_Auto.ini"};
     Write(guard.path);
     // It wins over a silent switch naming another answer file.
-    EXPECT_EQ(Analyse("/noversioncheck /silent=C:\\elsewhere\\Tovel_Auto.ini"),
-              "NoVersionCheck=True\r\nSilent=True\r\nSilentpath=" + guard.path + "\r\n");
-    EXPECT_TRUE(SilentMode);
-    EXPECT_EQ(SilentPath, guard.path);
-}
-
-TEST_F(CommandLine, LogSectionOnlyWhenSomethingWasRecognisedAndLoggingIsOn) {
-    WorkFolder = bed_->folder;
-    StartLog();
-    const std::string logPath = bed_->folder + "TOVELSETUP.LOG";
-    const auto log = [&] { return Platform().Files().ReadFile(logPath).value_or("<missing>"); };
-    const std::string header = log();
-
-    Analyse("/record");  // logging off
-    EXPECT_EQ(log(), header);
-    gSetupsIni->SetCreateLogFile(true);
-    Analyse("/test");  // nothing recognised
-    EXPECT_EQ(log(), header);
-
-    Analyse("/showconfig /drive=\\\\srv\\x /level=7");
-    EXPECT_EQ(log(), header + "\r\n" + std::string(84, '-') +
-                         "\r\nCommandline analyse:\r\nShowConfig=True \r\nUNC Pfad wird nicht unterst\xFCtzt! \r\n"
-                         "Level=7 \r\n");
+    const auto found = Analyse("/noversioncheck /silent=C:\\elsewhere\\Tovel_Auto.ini");
+    EXPECT_EQ(found.analysis, "NoVersionCheck=True\r\nSilent=True\r\nSilentpath=" + guard.path + "\r\n");
+    EXPECT_TRUE(found.silentMode);
+    EXPECT_EQ(found.silentPath, guard.path);
 }
 
 #ifndef _WIN32
@@ -202,24 +240,40 @@ protected:
 
 TEST_F(CommandLineDisc, DriveSwitchChangesToTheDiscRoot) {
     auto& files = Platform().Files();
-    EXPECT_EQ(Analyse("/drive=Q"), "Error in Modul clsCommandLine Funktion CheckDrive: cannot change to Q:\\\r\n");
-    EXPECT_EQ(files.CurrentFolder(), "C:\\WINDOWS");
-    EXPECT_EQ(Analyse("/DRIVE=D"), "Drive=D\r\n");
+    auto found = Analyse("/drive=Q");
+    EXPECT_EQ(found.analysis, "Error in Modul clsCommandLine Funktion CheckDrive: cannot change to Q:\\\r\n");
+    EXPECT_FALSE(found.drive);
+    found = Analyse("/DRIVE=D");
+    EXPECT_EQ(found.analysis, "Drive=D\r\n");
+    ApplySwitches(found);
     EXPECT_EQ(files.CurrentFolder(), "D:\\");
+    EXPECT_EQ(found.analysis, "Drive=D\r\n");
+
+    // The disc taken out between finding and entering: the folder stays, the analysis says why.
+    ASSERT_TRUE(files.SetCurrentDrive('C'));
+    found = Analyse("/drive=D");
+    std::filesystem::remove_all(folder_ + "/disc");
+    ApplySwitches(found);
+    EXPECT_EQ(files.CurrentFolder(), "C:\\WINDOWS");
+    EXPECT_EQ(found.analysis, "Drive=D\r\nError in Modul mdlSwitches Funktion EnterDrive: cannot change to D:\\\r\n");
 }
 
 TEST_F(CommandLineDisc, AnswerFilesOnTheDiscAndInTheWindowsFolder) {
     // A bare switch looks in the Windows folder only.
-    EXPECT_EQ(Analyse("/silent"), "");
-    EXPECT_FALSE(SilentMode);
+    auto found = Analyse("/silent");
+    EXPECT_EQ(found.analysis, "");
+    EXPECT_FALSE(found.silentMode);
+    EXPECT_EQ(found.silentPath, "C:\\WINDOWS\\Tovel_Auto.ini");
     WriteHost("drive_c/WINDOWS/Tovel_Auto.ini", "");
-    EXPECT_EQ(Analyse("/silent /log"), "Log=True\r\nSilent=True\r\nSilentpath=C:\\WINDOWS\\Tovel_Auto.ini\r\n");
-    EXPECT_TRUE(SilentMode);
+    found = Analyse("/silent /log");
+    EXPECT_EQ(found.analysis, "Log=True\r\nSilent=True\r\nSilentpath=C:\\WINDOWS\\Tovel_Auto.ini\r\n");
+    EXPECT_TRUE(found.silentMode);
 
     // The disc's file is taken first; a program in a drive's root gets no doubled backslash.
     WriteHost("disc/TOVEL_AUTO.INI", "");
-    EXPECT_EQ(Analyse("/record"), "Record=True\r\nSilent=True\r\nSilentpath=D:\\Tovel_Auto.ini\r\n");
-    EXPECT_EQ(SilentPath, "D:\\Tovel_Auto.ini");
+    found = Analyse("/record");
+    EXPECT_EQ(found.analysis, "Record=True\r\nSilent=True\r\nSilentpath=D:\\Tovel_Auto.ini\r\n");
+    EXPECT_EQ(found.silentPath, "D:\\Tovel_Auto.ini");
 }
 
 #endif

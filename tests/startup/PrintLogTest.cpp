@@ -78,12 +78,13 @@ void ResetLogState() {
     WorkFolder.clear();
     ContinuedAfterRestart = false;
     gSetupsIni.reset();
+    SetLogSwitch(false);
 }
 
-// The log switch lives in the settings; a disc without Setups.ini leaves every other default.
+// The /log switch; a disc without Setups.ini leaves every other default (and the log off).
 void SwitchLogging(bool on) {
     if (!gSetupsIni) gSetupsIni = std::make_unique<clsSetupsIni>();
-    gSetupsIni->SetCreateLogFile(on);
+    SetLogSwitch(on);
 }
 
 class PrintLog : public test::BedFixture {
