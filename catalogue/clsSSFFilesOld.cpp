@@ -80,11 +80,7 @@ void ChooseActions(const VersionsSectionRules& section, clsSIFApplicationItem& i
 } // namespace
 
 VersionsRules clsSSFFilesOld::ReadVersionsSection(clsIniFile& ini) {
-    VersionsRules rules;
-    const std::string previousSection = ini.SectionName();
-    Trapped("ReadVersionsSection", [&] {
-        if (!ini.SectExist(kSection)) return;
-        ini.SetSectionName(kSection);
+    return clsVersionsSection::ReadRules(ini, "clsSSFFilesOld", [&](VersionsRules& rules) {
         VersionsSectionRules section;
         section.name = kSection;
         section.places.push_back({ini.GetString("RegPath", ""), ini.GetString("RegKey", "")});
@@ -93,8 +89,6 @@ VersionsRules clsSSFFilesOld::ReadVersionsSection(clsIniFile& ini) {
         section.addAction = ini.GetString("AddAction", "");
         rules.sections.push_back(std::move(section));
     });
-    ini.SetSectionName(previousSection);
-    return rules;
 }
 
 void clsSSFFilesOld::CheckVersionsSection(clsSIFApplicationItem& item) {

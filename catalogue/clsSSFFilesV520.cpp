@@ -151,11 +151,7 @@ void ChooseActions(const VersionsSectionRules& section, clsSIFApplicationItem& i
 } // namespace
 
 VersionsRules clsSSFFilesV520::ReadVersionsSection(clsIniFile& ini) {
-    VersionsRules rules;
-    const std::string previousSection = ini.SectionName();
-    Trapped("ReadVersionsSection", [&] {
-        if (!ini.SectExist(kDefaultSection)) return;
-        ini.SetSectionName(kDefaultSection);
+    return clsVersionsSection::ReadRules(ini, "clsSSFFilesV520", [&](VersionsRules& rules) {
         rules.checkPackageKey = ini.GetString("CheckPackageKey", "");
         rules.checkPackageName = ini.GetString("CheckPackageName", "");
         rules.sections.push_back(ReadSection(ini, kDefaultSection));
@@ -165,8 +161,6 @@ VersionsRules clsSSFFilesV520::ReadVersionsSection(clsIniFile& ini) {
             rules.sections.push_back(ReadSection(ini, candidate));
         }
     });
-    ini.SetSectionName(previousSection);
-    return rules;
 }
 
 void clsSSFFilesV520::CheckVersionsSection(clsSIFApplicationItem& item) {

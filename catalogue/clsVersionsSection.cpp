@@ -31,6 +31,18 @@ std::vector<ListedVersion> clsVersionsSection::ReadListed(clsIniFile& ini, const
     return listed;
 }
 
+VersionsRules clsVersionsSection::ReadRules(clsIniFile& ini, const char* module, const std::function<void(VersionsRules&)>& read) {
+    VersionsRules rules;
+    const std::string previousSection = ini.SectionName();
+    Trapped(module, "ReadVersionsSection", [&] {
+        if (!ini.SectExist("VERSIONS")) return;
+        ini.SetSectionName("VERSIONS");
+        read(rules);
+    });
+    ini.SetSectionName(previousSection);
+    return rules;
+}
+
 void clsVersionsSection::ReadDefaultAndFirstInst(clsIniFile& ini, VersionsSectionRules& section) {
     section.defaultActions = ReadFamily(ini, "DefaultAction");
     section.firstInstActions = ReadFamily(ini, "FirstInstAction");

@@ -30,6 +30,10 @@ public:
     /// the action family that actionPrefix names for its number.
     [[nodiscard]] static std::vector<ListedVersion> ReadListed(clsIniFile& ini,
                                                                const std::function<std::string(int)>& actionPrefix);
+    /// Runs a reader's read on the file from [VERSIONS], trapped, keeping the file's current
+    /// section; an empty result when the file has no [VERSIONS].
+    [[nodiscard]] static VersionsRules ReadRules(clsIniFile& ini, const char* module,
+                                                 const std::function<void(VersionsRules&)>& read);
     /// The section's DefaultAction and FirstInstAction families.
     static void ReadDefaultAndFirstInst(clsIniFile& ini, VersionsSectionRules& section);
     /// A registry value that exists and is not blank (one leading and one trailing backslash
