@@ -1,22 +1,18 @@
 #include "catalogue/clsSIFApplication.h"
 
-#include "settings/clsIniFile.h"
+#include <utility>
+
 #include "startup/mdlLog.h"
 
 namespace tovel {
 
-void clsSIFApplication::Add(const std::string& sifPath, const std::string& productFolder) {
-    clsIniFile sif;
-    sif.SetFullPath(sifPath);
-    sif.SetReadOnce(true);
-    Add(sif, productFolder);
-}
-
-void clsSIFApplication::Add(clsIniFile& sif, const std::string& productFolder) {
-    clsSIFApplicationItem item;
-    item.Read(sif, productFolder);
+void clsSIFApplication::Add(clsSIFApplicationItem item) {
     LogIfEnabled("         Created new p_objSIFApplication Entry with ProductCode: " + item.ProductCode);
     LogIfEnabled("                                            and SetupFile: " + item.SetupFile);
+    if (const clsSIFApplicationItem* first = item.ProductCode.empty() ? nullptr : Item(IndexOfProductCode(item.ProductCode))) {
+        LogIfEnabled("Produktcode " + item.ProductCode + " doppelt: " + first->SIFFileName + " und " + item.SIFFileName + ", " +
+                     first->SIFFileName + " gilt.");
+    }
     items_.push_back(std::move(item));
 }
 

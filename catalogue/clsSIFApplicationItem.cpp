@@ -9,8 +9,6 @@
 #include "common/clsFileDisk.h"
 #include "common/clsString.h"
 #include "settings/clsIniFile.h"
-#include "settings/clsRegistry.h"
-#include "startup/Globals.h"
 #include "startup/mdlLog.h"
 
 namespace tovel {
@@ -42,15 +40,6 @@ void ReadFamily(clsIniFile& ini, const std::string& key, const std::function<voi
     }
 }
 
-std::string FolderOf(const std::string& path) {
-    const size_t slash = path.find_last_of('\\');
-    return slash == std::string::npos ? std::string() : path.substr(0, slash);
-}
-
-void LogTerm(const TermOutcome& outcome) {
-    for (const std::string& entry : outcome.errorEntries) LogIfEnabled(entry);
-}
-
 } // namespace
 
 void clsSIFApplicationItem::Read(const std::string& sifPath, const std::string& productFolder) {
@@ -60,60 +49,22 @@ void clsSIFApplicationItem::Read(const std::string& sifPath, const std::string& 
     Read(ini, productFolder);
 }
 
+std::string clsSIFApplicationItem::SIFFolder() const {
+    const size_t slash = SIFFileName.find_last_of('\\');
+    return slash == std::string::npos ? std::string() : SIFFileName.substr(0, slash);
+}
+
 void clsSIFApplicationItem::Read(clsIniFile& ini, const std::string& productFolder) {
     *this = clsSIFApplicationItem();
     const std::string sifPath = ini.FullPath();
     SIFFileName = sifPath;
-    const std::string sifFolder = FolderOf(sifPath);
+    const std::string sifFolder = SIFFolder();
     const SetupFileBase base = clsFileDisk::SetupFileBaseOf(sifFolder, productFolder);
     SetupDiscNumber = base.discNumber;
-    if (gPlaceholder) {
-        gPlaceholder->SetAppSSFSourcePath(clsFileDisk::AddBackslash(sifFolder));
-        gPlaceholder->SetDiscNumber(base.discNumber);
-    }
-    const auto expand = [](const std::string& text) { return gPlaceholder ? gPlaceholder->CheckForPlaceholder(text) : text; };
 
-    Step(sifPath, "GENERAL", [&] {
-        ini.SetSectionName("GENERAL");
-        AlwaysInstall = ini.GetTF("AlwaysInstall", false);
-        AutoDeinstall = ini.GetString("AutoDeinstall", "0");
-        Build = ini.GetString("Build", "");
-        DefaultPath = expand(ini.GetString("DefaultPath", ""));
-        DefaultPathRegKey = ini.GetString("DefaultPathRegKey", "");
-        DefaultPathRegPath = ini.GetString("DefaultPathRegPath", "");
-        DeinstallKey = ini.GetString("DeinstallKey", "");
-        DeinstallParam = ini.GetString("DeinstallParam", "");
-        if (DeinstallParam.empty()) DeinstallParam = ini.GetString("DeinstallParam1", "");
-        EstimatedTime = ini.GetInt("EstimatedTime", 0);
-        FileType = ini.GetString("FileType", "");
-        HideInstall = ini.GetTF("HideInstall", false);
-        IsCriticalComponent = ini.GetTF("IsCriticalComponent", false);
-        ProductCode = ini.GetString("ProductCode", "");
-        RegisterInRunOnce = ini.GetInt("RegisterInRunOnce", 1);
-        TSInstallVersion = ini.GetString("TSInstallVersion", "");
-        SetupMode = ini.GetString("SetupMode", "");
-        ShowDialogWait = ini.GetTF("ShowDialogWait", false);
-        DontChangeExistPath = ini.GetTF("DontChangeExistPath", false);
-        TermToInstall = ini.GetString("TermToInstall", "");
-        ShowDriveSelectionInComponentDialog = ini.GetTF("ShowDriveSelectionInComponentDialog", true);
-        SSFVersion = ini.GetString("SSFVersion", "");
-        Visible = ini.GetTF("Visible", true);
-        DiskSpaceDestDrv = ini.GetInt("DiskSpaceDestDrv", 0);
-    });
-    Step(sifPath, "TermToInstall", [&] { ApplyTermToInstall(); });
+    Step(sifPath, "GENERAL", [&] { ReadGeneral(ini); });
     Step(sifPath, "language section", [&] { ReadLanguageSection(ini, sifFolder, base); });
-    Step(sifPath, "lists", [&] {
-        ini.SetSectionName(ProdInfoSection);
-        ReadFamily(ini, "StartOnBegin", [&](int n, const std::string& program) {
-            AddStartOnBegin(program, ini.GetString("ParaStartOnBegin" + std::to_string(n), ""));
-        });
-        ReadFamily(ini, "NotStartOnEndProgram", [&](int, const std::string& program) { AddNotStartOnEndProgram(program); });
-        ReadFamily(ini, "WaitForApplicationTitle", [&](int, const std::string& title) { AddApplicationTitle(title); });
-        ReadFamily(ini, "DefaultPathCriterium", [&](int n, const std::string& criterium) {
-            AddDefaultPathCriterium(criterium, ini.GetString("DefaultPathCriterium" + std::to_string(n) + "Path", ""));
-        });
-        ReadDeinstallTests(ini);
-    });
+    Step(sifPath, "lists", [&] { ReadLists(ini); });
     Step(sifPath, "DEPENDENCIES", [&] {
         ini.SetSectionName("DEPENDENCIES");
         ReadFamily(ini, "Dependence", [&](int, const std::string& code) { AddDependence(code); });
@@ -124,24 +75,51 @@ void clsSIFApplicationItem::Read(clsIniFile& ini, const std::string& productFold
         VelmarProduct = ini.GetTF("VelmarProduct", true);
         LogFile = ini.GetString("LogFile", "");
     });
-    Step(sifPath, "DefaultPathRegKey", [&] { ReadRegistryDefaultPath(); });
     Step(sifPath, "versions section", [&] {
-        if (SSFVersion.empty()) {
-            clsSSFFilesOld().CheckVersionsSection(ini, *this);
-        } else {
-            clsSSFFilesV520().CheckVersionsSection(ini, *this);
-        }
+        VersionRules = SSFVersion.empty() ? clsSSFFilesOld::ReadVersionsSection(ini) : clsSSFFilesV520::ReadVersionsSection(ini);
     });
 }
 
-void clsSIFApplicationItem::ApplyTermToInstall() {
-    if (AlwaysInstall) CheckBox = CheckBoxState::kCheckedLocked;
-    if (!TermToInstall.empty()) {
-        TermToInstallOutcome = clsSetupTerm::Evaluate(TermToInstall);
-        LogTerm(TermToInstallOutcome);
-        if (!TermToInstallOutcome.holds) CheckBox = TermToInstallOutcome.stateWhenFalse;
-    }
-    Selected = CheckBoxIsChecked(CheckBox);
+void clsSIFApplicationItem::ReadGeneral(clsIniFile& ini) {
+    ini.SetSectionName("GENERAL");
+    AlwaysInstall = ini.GetTF("AlwaysInstall", false);
+    AutoDeinstall = ini.GetString("AutoDeinstall", "0");
+    Build = ini.GetString("Build", "");
+    DefaultPathInFile = ini.GetString("DefaultPath", "");
+    DefaultPath = DefaultPathInFile;
+    DefaultPathRegKey = ini.GetString("DefaultPathRegKey", "");
+    DefaultPathRegPath = ini.GetString("DefaultPathRegPath", "");
+    DeinstallKey = ini.GetString("DeinstallKey", "");
+    DeinstallParam = ini.GetString("DeinstallParam", "");
+    if (DeinstallParam.empty()) DeinstallParam = ini.GetString("DeinstallParam1", "");
+    EstimatedTime = ini.GetInt("EstimatedTime", 0);
+    FileType = ini.GetString("FileType", "");
+    HideInstall = ini.GetTF("HideInstall", false);
+    IsCriticalComponent = ini.GetTF("IsCriticalComponent", false);
+    ProductCode = ini.GetString("ProductCode", "");
+    RegisterInRunOnce = ini.GetInt("RegisterInRunOnce", 1);
+    TSInstallVersion = ini.GetString("TSInstallVersion", "");
+    SetupMode = ini.GetString("SetupMode", "");
+    ShowDialogWait = ini.GetTF("ShowDialogWait", false);
+    DontChangeExistPath = ini.GetTF("DontChangeExistPath", false);
+    TermToInstall = ini.GetString("TermToInstall", "");
+    ShowDriveSelectionInComponentDialog = ini.GetTF("ShowDriveSelectionInComponentDialog", true);
+    SSFVersion = ini.GetString("SSFVersion", "");
+    Visible = ini.GetTF("Visible", true);
+    DiskSpaceDestDrv = ini.GetInt("DiskSpaceDestDrv", 0);
+}
+
+void clsSIFApplicationItem::ReadLists(clsIniFile& ini) {
+    ini.SetSectionName(ProdInfoSection);
+    ReadFamily(ini, "StartOnBegin", [&](int n, const std::string& program) {
+        AddStartOnBegin(program, ini.GetString("ParaStartOnBegin" + std::to_string(n), ""));
+    });
+    ReadFamily(ini, "NotStartOnEndProgram", [&](int, const std::string& program) { AddNotStartOnEndProgram(program); });
+    ReadFamily(ini, "WaitForApplicationTitle", [&](int, const std::string& title) { AddApplicationTitle(title); });
+    ReadFamily(ini, "DefaultPathCriterium", [&](int n, const std::string& criterium) {
+        AddDefaultPathCriterium(criterium, ini.GetString("DefaultPathCriterium" + std::to_string(n) + "Path", ""));
+    });
+    ReadDeinstallTests(ini);
 }
 
 void clsSIFApplicationItem::ReadLanguageSection(clsIniFile& ini, const std::string& sifFolder, const SetupFileBase& base) {
@@ -166,17 +144,15 @@ void clsSIFApplicationItem::ReadLanguageSection(clsIniFile& ini, const std::stri
 void clsSIFApplicationItem::ReadDeinstallTests(clsIniFile& ini) {
     for (int k = 1;; ++k) {
         const std::string entry = std::to_string(k) + "_";
-        if (ini.GetString("DeinstallRegPath" + entry + "1", "").empty()) return;
-        bool matches = true;
-        for (int n = 1; matches; ++n) {
+        std::vector<DeinstallTest> tests;
+        for (int n = 1;; ++n) {
             const std::string test = entry + std::to_string(n);
-            const std::string path = ini.GetString("DeinstallRegPath" + test, "");
+            std::string path = ini.GetString("DeinstallRegPath" + test, "");
             if (path.empty()) break;
-            clsRegistry reg;
-            const std::string found = reg.InitWithRegPath(path) ? reg.QueryValue(ini.GetString("DeinstallRegKey" + test, "")) : "";
-            matches = clsString::UpperAscii(found) == clsString::UpperAscii(ini.GetString("DeinstallExpectedValue" + test, ""));
+            tests.push_back({std::move(path), ini.GetString("DeinstallRegKey" + test, ""), ini.GetString("DeinstallExpectedValue" + test, "")});
         }
-        AddDeinstallEntry(matches);
+        if (tests.empty()) return;
+        deinstallTests_.push_back(std::move(tests));
     }
 }
 
@@ -197,19 +173,6 @@ void clsSIFApplicationItem::ReadSetupDependencies(clsIniFile& ini) {
         }
     }
     DependenceTerm = ini.GetString("DependenceTerm", "");
-    if (DependenceTerm.empty()) return;
-    DependenceTermOutcome = clsSetupTerm::Evaluate(DependenceTerm);
-    LogTerm(DependenceTermOutcome);
-    DependenceTypeOtherTrue = DependenceTermOutcome.holds;
-    if (!DependenceTermOutcome.holds) DependenceTypeOtherTrueCheckBox = DependenceTermOutcome.stateWhenFalse;
-}
-
-void clsSIFApplicationItem::ReadRegistryDefaultPath() {
-    if (DefaultPathRegKey.empty() || DefaultPathRegPath.empty()) return;
-    clsRegistry reg;
-    if (!reg.InitWithRegPath(DefaultPathRegPath)) return;
-    RegDefaultDestPath = reg.QueryValue(DefaultPathRegKey);
-    if (!RegDefaultDestPath.empty()) DefaultPath = RegDefaultDestPath;
 }
 
 void clsSIFApplicationItem::AddSetupDependence(const std::string& code, DependenceType type, const std::string& requirements) {
@@ -240,21 +203,10 @@ std::string clsSIFApplicationItem::GetDependence(int index) const { return At(de
 
 void clsSIFApplicationItem::AddStartOnBegin(const std::string& program, const std::string& parameter) {
     startOnBegin_.push_back({program, parameter});
-    StartOnBeginCount = static_cast<int>(startOnBegin_.size());
 }
 
 std::string clsSIFApplicationItem::GetStartOnBeginProgram(int index) const { return At(startOnBegin_, index).program; }
 std::string clsSIFApplicationItem::GetStartOnBeginParameter(int index) const { return At(startOnBegin_, index).parameter; }
-
-void clsSIFApplicationItem::StartOnBeginClear() {
-    startOnBegin_.clear();
-    StartOnBeginCount = 0;
-}
-
-void clsSIFApplicationItem::AddNotStartOnEndProgram(const std::string& program) {
-    notStartOnEnd_.push_back(program);
-    NotStartOnEndProgramsCount = static_cast<int>(notStartOnEnd_.size());
-}
 
 std::string clsSIFApplicationItem::GetNotStartOnEndProgram(int index) const { return At(notStartOnEnd_, index); }
 std::string clsSIFApplicationItem::GetApplicationTitle(int index) const { return At(applicationTitles_, index); }
@@ -267,7 +219,7 @@ std::string clsSIFApplicationItem::GetDefaultPathCriterium(int index) const { re
 std::string clsSIFApplicationItem::GetDefaultPathCriteriumPath(int index) const { return At(pathCriteria_, index).path; }
 
 bool clsSIFApplicationItem::DeinstallEntryMatches(int k) const {
-    return k >= 1 && k <= DeinstallEntryCount() && deinstallMatches_[static_cast<size_t>(k - 1)];
+    return k >= 1 && k <= static_cast<int>(deinstallMatches_.size()) && deinstallMatches_[static_cast<size_t>(k - 1)];
 }
 
 std::string clsSIFApplicationItem::GetAction(int index) const { return At(actions_, index); }

@@ -3,13 +3,20 @@
 // the selection state the wizard gives it. Fields are named after their keys; docs/CATALOGUE.md
 // lists every key with its default for disc authors.
 //
+// A record is made in two steps: Read() takes the file's facts (keys, lists, the versions
+// section as written) and touches neither the registry nor the placeholders; clsSIFDetection
+// then fills what depends on the machine (the check state from the condition terms, the
+// expanded and found default path, the removal tests, the installed version and its actions).
+//
 // Numbered lists are read by index from 1 to their count; an index outside gives "" (or 0).
 // Read() never throws and never stops: a missing key gives its default, a missing section an
-// empty part, a wrong condition term a log entry and the term's stated result.
+// empty part.
 #include <cstdint>
 #include <string>
+#include <utility>
 #include <vector>
 
+#include "catalogue/VersionsRules.h"
 #include "catalogue/clsSetupTerm.h"
 #include "catalogue/mdlCatalogueCodes.h"
 #include "common/clsFileDisk.h"
@@ -23,6 +30,14 @@ struct SetupDependence {
     std::string productCode;
     DependenceType type = DependenceType::Recommend;
     std::string additionalRequirements;   ///< each code followed by "~": "P1~P2~"
+};
+
+/// One registry test of a removal entry: DeinstallRegPath<k>_<n>, DeinstallRegKey<k>_<n>,
+/// DeinstallExpectedValue<k>_<n>.
+struct DeinstallTest {
+    std::string regPath;
+    std::string regKey;
+    std::string expectedValue;
 };
 
 /// What the versions section decided for the installed version, for the plan and the log.
@@ -39,7 +54,8 @@ public:
     bool AlwaysInstall = false;
     std::string AutoDeinstall = "0";
     std::string Build;                 ///< also the version this disc installs (versions section)
-    std::string DefaultPath;           ///< expanded; replaced by a path found in the registry
+    std::string DefaultPathInFile;     ///< DefaultPath as written, placeholders and all
+    std::string DefaultPath;           ///< once detected: expanded, or the path found in the registry
     std::string DefaultPathRegKey;
     std::string DefaultPathRegPath;
     std::string RegDefaultDestPath;    ///< the path found under DefaultPathRegPath, "" when none
@@ -86,6 +102,8 @@ public:
 
     // Where it came from
     std::string SIFFileName;           ///< the description file's full path
+    /// The folder of SIFFileName without a trailing backslash ("" for a bare name).
+    [[nodiscard]] std::string SIFFolder() const;
     std::string AvailableLanguages;    ///< letters of the languages the file offers: "ABJ"
     std::string ProdInfoSection;       ///< the language section read
 
@@ -100,7 +118,7 @@ public:
     std::string LockedCheckboxApp;
     int32_t SharedCount = 0;
     bool DoGrayChkBox = false;
-    /// TermToInstall and DependenceTerm as evaluated when read (holds when there is none).
+    /// TermToInstall and DependenceTerm as detected (holds when there is none or before).
     TermOutcome TermToInstallOutcome;
     TermOutcome DependenceTermOutcome;
     std::string DependenceTerm;        ///< SETUP_DEPENDENCIES DependenceTerm
@@ -114,11 +132,12 @@ public:
     std::string DestPath;              ///< full path without a trailing backslash: "C:\Program Files\Tovel"
     std::string DataDrive;             ///< the drive for project data: "D:"
 
-    // The installed version and what to do about it
+    // The versions section as written, and what detection found and decided with it
+    VersionsRules VersionRules;
     std::string InstalledVersion;
     VersionDecision Versions;
 
-    /// Reads a description file into this record (every field starts from its default).
+    /// Reads a description file's facts into this record (every field starts from its default).
     /// productFolder is the disc's product folder (Path), the base of setup paths that
     /// begin with a backslash when the file lies in no "Cd_<n>" folder.
     void Read(const std::string& sifPath, const std::string& productFolder);
@@ -148,13 +167,13 @@ public:
     void AddStartOnBegin(const std::string& program, const std::string& parameter);
     [[nodiscard]] std::string GetStartOnBeginProgram(int index) const;
     [[nodiscard]] std::string GetStartOnBeginParameter(int index) const;
-    void StartOnBeginClear();
-    int StartOnBeginCount = 0;
+    void StartOnBeginClear() { startOnBegin_.clear(); }
+    [[nodiscard]] int StartOnBeginCount() const { return static_cast<int>(startOnBegin_.size()); }
 
     // NotStartOnEndProgram
-    void AddNotStartOnEndProgram(const std::string& program);
+    void AddNotStartOnEndProgram(const std::string& program) { notStartOnEnd_.push_back(program); }
     [[nodiscard]] std::string GetNotStartOnEndProgram(int index) const;
-    int NotStartOnEndProgramsCount = 0;
+    [[nodiscard]] int NotStartOnEndProgramsCount() const { return static_cast<int>(notStartOnEnd_.size()); }
 
     // WaitForApplicationTitle
     void AddApplicationTitle(const std::string& title) { applicationTitles_.push_back(title); }
@@ -168,11 +187,14 @@ public:
     [[nodiscard]] int DefaultPathCriteriumCount() const { return static_cast<int>(pathCriteria_.size()); }
 
     // Removal entries: DeinstallParam<k> and the registry tests DeinstallRegPath<k>_<n>
-    /// Whether every registry test of removal entry k (from 1) matched; false for k outside
-    /// the entries read.
+    /// The registry tests of each removal entry, entry k at [k - 1].
+    [[nodiscard]] const std::vector<std::vector<DeinstallTest>>& DeinstallTests() const { return deinstallTests_; }
+    [[nodiscard]] int DeinstallEntryCount() const { return static_cast<int>(deinstallTests_.size()); }
+    /// Whether every registry test of removal entry k (from 1) matched when detected; false
+    /// for k outside the entries read and before detection.
     [[nodiscard]] bool DeinstallEntryMatches(int k) const;
-    [[nodiscard]] int DeinstallEntryCount() const { return static_cast<int>(deinstallMatches_.size()); }
-    void AddDeinstallEntry(bool matches) { deinstallMatches_.push_back(matches); }
+    /// What detection found, one flag per entry in DeinstallTests() order.
+    void SetDeinstallMatches(std::vector<bool> matches) { deinstallMatches_ = std::move(matches); }
 
     // Version actions
     void AddAction(const std::string& action) { actions_.push_back(action); }
@@ -192,12 +214,11 @@ public:
     void SetSubjectToAppCount(int16_t count) { subjectToAppCount_ = count; }
 
 private:
-    /// AlwaysInstall locks the box checked; a failing TermToInstall sets the state it names.
-    void ApplyTermToInstall();
+    void ReadGeneral(clsIniFile& ini);
+    void ReadLists(clsIniFile& ini);
     void ReadLanguageSection(clsIniFile& ini, const std::string& sifFolder, const SetupFileBase& base);
     void ReadDeinstallTests(clsIniFile& ini);
     void ReadSetupDependencies(clsIniFile& ini);
-    void ReadRegistryDefaultPath();
 
     struct StartProgram {
         std::string program;
@@ -214,6 +235,7 @@ private:
     std::vector<std::string> notStartOnEnd_;
     std::vector<std::string> applicationTitles_;
     std::vector<PathCriterium> pathCriteria_;
+    std::vector<std::vector<DeinstallTest>> deinstallTests_;
     std::vector<bool> deinstallMatches_;
     std::vector<std::string> actions_;
     std::vector<std::string> firstInstActions_;

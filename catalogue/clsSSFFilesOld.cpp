@@ -19,7 +19,6 @@
 // between the listed ones and no "$Warning$". Families end at the first empty value.
 #include "catalogue/clsSSFFilesOld.h"
 
-#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -33,85 +32,83 @@ namespace {
 
 constexpr const char* kSection = "VERSIONS";
 
-using Entry = clsVersionsSection::Entry;
-
 template <typename Step>
 void Trapped(const char* function, Step&& step) {
     clsVersionsSection::Trapped("clsSSFFilesOld", function, std::forward<Step>(step));
 }
 
 /// AddAction first, then the family, all to the version actions.
-void AddActions(clsIniFile& ini, clsSIFApplicationItem& item, const std::vector<Entry>& family) {
-    if (std::string extra = ini.GetString("AddAction", ""); !extra.empty()) {
-        item.AddAction(extra);
-        clsVersionsSection::LogEntry({"AddAction", extra});
+void AddActions(const VersionsSectionRules& section, clsSIFApplicationItem& item, const std::vector<VersionsEntry>& family) {
+    if (!section.addAction.empty()) {
+        item.AddAction(section.addAction);
+        clsVersionsSection::LogEntry({"AddAction", section.addAction});
     }
     clsVersionsSection::AddActions(item, family);
 }
 
+void ChooseActions(const VersionsSectionRules& section, clsSIFApplicationItem& item, const std::string& product) {
+    const std::string& installed = item.InstalledVersion;
+    if (installed.empty()) {
+        LogIfEnabled(product + ": keine Version installiert");
+        LogIfEnabled(" Für " + product + " wird mit FirstInstAction abgehandelt.");
+        item.Versions.reason = "no installed version found: first-install actions";
+        clsVersionsSection::AddFirstInstActions(item, section.firstInstActions);
+        return;
+    }
+    LogIfEnabled("Installierte Version " + product + ": " + installed);
+
+    for (const auto& entry : section.versions) {
+        if (!clsVersion::Equal(entry.version, installed)) continue;
+        LogIfEnabled(" Für " + product + " wird die Version " + entry.version + " abgehandelt.");
+        const std::string key = "Version" + std::to_string(entry.number);
+        item.Versions.reason = "installed " + installed + " equals " + key + ": actions of " + key;
+        AddActions(section, item, entry.actions);
+        return;
+    }
+
+    const std::string& toInstall = item.Build;
+    if (!toInstall.empty() && clsVersion::Compare(toInstall, installed) < 0) {
+        LogIfEnabled("Die zu installierende Version ist älter als die Version die installiert ist.");
+        item.Versions.reason = "installed " + installed + " is newer than " + toInstall + " on this disc: DefaultAction";
+    } else {
+        item.Versions.reason = "installed " + installed + " is not listed: DefaultAction";
+    }
+    LogIfEnabled(" Für " + product + " wird mit DefaultAction abgehandelt.");
+    AddActions(section, item, section.defaultActions);
+}
+
 } // namespace
 
-void clsSSFFilesOld::CheckVersionsSection(clsIniFile& ini, clsSIFApplicationItem& item) {
-    clsVersionsSection::Clear(item);
-    if (!ini.Registered()) {
-        clsVersionsSection::LogError("clsSSFFilesOld", "CheckVersionsSection", "no description file given");
-        return;
-    }
-    const std::string product = clsVersionsSection::ProductName(item);
-    const std::string previousSection = ini.SectionName();
+VersionsRules clsSSFFilesOld::ReadVersionsSection(clsIniFile& ini) {
+    return clsVersionsSection::ReadRules(ini, "clsSSFFilesOld", [&](VersionsRules& rules) {
+        VersionsSectionRules section;
+        section.name = kSection;
+        section.places.push_back({ini.GetString("RegPath", ""), ini.GetString("RegKey", "")});
+        section.versions = clsVersionsSection::ReadListed(ini, [](int n) { return "Action" + std::to_string(n) + "_"; });
+        clsVersionsSection::ReadDefaultAndFirstInst(ini, section);
+        section.addAction = ini.GetString("AddAction", "");
+        rules.sections.push_back(std::move(section));
+    });
+}
 
-    bool hasSection = false;
-    Trapped("CheckVersionsSection", [&] { hasSection = ini.SectExist(kSection); });
-    if (!hasSection) {
-        LogIfEnabled("No versions section in " + ini.FullPath() + ": no version actions for " + product);
-        item.Versions.reason = "the file has no VERSIONS section: no actions";
+void clsSSFFilesOld::CheckVersionsSection(clsSIFApplicationItem& item) {
+    clsVersionsSection::Clear(item);
+    if (item.VersionRules.sections.empty()) {
+        clsVersionsSection::NoSection(item);
         return;
     }
-    item.Versions.versionsSection = kSection;
-    ini.SetSectionName(kSection);
+    const VersionsSectionRules& section = item.VersionRules.sections.front();
+    const std::string product = clsVersionsSection::ProductName(item);
+    item.Versions.versionsSection = section.name;
 
     Trapped("FindInstalledVersion", [&] {
-        const auto found = clsVersionsSection::ReadRegistryText(ini.GetString("RegPath", ""), ini.GetString("RegKey", ""));
+        const auto found = clsVersionsSection::ReadRegistryText(section.places.front().path, section.places.front().name);
         if (!found) return;
         item.InstalledVersion = found->text;
         item.Versions.installedVersion = found->text;
         item.Versions.foundAt = found->at;
     });
-
-    Trapped("CheckVersionsSection", [&] {
-        const std::string& installed = item.InstalledVersion;
-        if (installed.empty()) {
-            LogIfEnabled(product + ": keine Version installiert");
-            LogIfEnabled(" Für " + product + " wird mit FirstInstAction abgehandelt.");
-            item.Versions.reason = "no installed version found: first-install actions";
-            clsVersionsSection::AddFirstInstActions(item, clsVersionsSection::ReadFamily(ini, "FirstInstAction"));
-            return;
-        }
-        LogIfEnabled("Installierte Version " + product + ": " + installed);
-
-        for (int n = 1;; ++n) {
-            const std::string key = "Version" + std::to_string(n);
-            const std::string version = ini.GetString(key, "");
-            if (version.empty()) break;
-            if (!clsVersion::Equal(version, installed)) continue;
-            LogIfEnabled(" Für " + product + " wird die Version " + version + " abgehandelt.");
-            item.Versions.reason = "installed " + installed + " equals " + key + ": actions of " + key;
-            AddActions(ini, item, clsVersionsSection::ReadFamily(ini, "Action" + std::to_string(n) + "_"));
-            return;
-        }
-
-        const std::string& toInstall = item.Build;
-        if (!toInstall.empty() && clsVersion::Compare(toInstall, installed) < 0) {
-            LogIfEnabled("Die zu installierende Version ist älter als die Version die installiert ist.");
-            item.Versions.reason = "installed " + installed + " is newer than " + toInstall + " on this disc: DefaultAction";
-        } else {
-            item.Versions.reason = "installed " + installed + " is not listed: DefaultAction";
-        }
-        LogIfEnabled(" Für " + product + " wird mit DefaultAction abgehandelt.");
-        AddActions(ini, item, clsVersionsSection::ReadFamily(ini, "DefaultAction"));
-    });
-
-    ini.SetSectionName(previousSection);
+    Trapped("CheckVersionsSection", [&] { ChooseActions(section, item, product); });
 }
 
 } // namespace tovel

@@ -1,7 +1,8 @@
 #pragma once
-// The versions section of a product's description file in the current layout (SSFVersion set): finds
-// the installed version and attaches the actions for it to the product's record. The layout
-// and the rules stand in docs/CATALOGUE.md.
+// The versions section of a product's description file in the current layout (SSFVersion set):
+// read as written, then applied on a machine to find the installed version and attach the
+// actions for it to the product's record. The layout and the rules stand in docs/CATALOGUE.md.
+#include "catalogue/VersionsRules.h"
 #include "catalogue/clsSIFApplicationItem.h"
 #include "settings/clsIniFile.h"
 
@@ -9,10 +10,13 @@ namespace tovel {
 
 class clsSSFFilesV520 {
 public:
-    /// Reads the versions section of the file the INI object is bound to (its section is
-    /// changed), fills item.InstalledVersion, item.Versions and the item's actions, and logs
-    /// what it decided. The version this disc installs is item.Build. Never throws.
-    void CheckVersionsSection(clsIniFile& ini, clsSIFApplicationItem& item);
+    /// The versions sections of the file the INI object is bound to, as written (its current
+    /// section is kept). Reads no registry and logs nothing but a trapped error. Never throws.
+    [[nodiscard]] static VersionsRules ReadVersionsSection(clsIniFile& ini);
+    /// Applies item.VersionRules to this machine: fills item.InstalledVersion, item.Versions
+    /// and the item's actions (replacing earlier ones), and logs what it decided. The version
+    /// this disc installs is item.Build. Never throws.
+    static void CheckVersionsSection(clsSIFApplicationItem& item);
 };
 
 } // namespace tovel

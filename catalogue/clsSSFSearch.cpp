@@ -1,8 +1,10 @@
 #include "catalogue/clsSSFSearch.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "catalogue/CatalogueGlobals.h"
+#include "catalogue/clsSIFDetection.h"
 #include "common/clsFileDisk.h"
 #include "common/clsString.h"
 #include "platform/clsPlatform.h"
@@ -65,6 +67,7 @@ bool clsSSFSearch::Run(const Progress& progress) {
     const auto files = FindSSFFiles(folder, progress, stopped);
     LogIfEnabled("Gefundene SSFFiles");
     for (const auto& file : files) LogIfEnabled(file);
+    const clsSIFDetection detection(gPlaceholder.get());
     for (const auto& file : files) {
         clsIniFile sif;
         sif.SetFullPath(file);
@@ -74,7 +77,10 @@ bool clsSSFSearch::Run(const Progress& progress) {
         if (type == "collection") {
             gPackets.Add(sif);
         } else if (type == "ssf") {
-            gApplications.Add(sif, folder);
+            clsSIFApplicationItem product;
+            product.Read(sif, folder);
+            detection.Detect(product);
+            gApplications.Add(std::move(product));
         }
     }
     gCommonSection.SortItemsDependencies(0);

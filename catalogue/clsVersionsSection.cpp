@@ -21,6 +21,33 @@ std::vector<clsVersionsSection::Entry> clsVersionsSection::ReadFamily(clsIniFile
     return entries;
 }
 
+std::vector<ListedVersion> clsVersionsSection::ReadListed(clsIniFile& ini, const std::function<std::string(int)>& actionPrefix) {
+    std::vector<ListedVersion> listed;
+    for (int n = 1;; ++n) {
+        std::string version = ini.GetString("Version" + std::to_string(n), "");
+        if (version.empty()) break;
+        listed.push_back({n, std::move(version), ReadFamily(ini, actionPrefix(n))});
+    }
+    return listed;
+}
+
+VersionsRules clsVersionsSection::ReadRules(clsIniFile& ini, const char* module, const std::function<void(VersionsRules&)>& read) {
+    VersionsRules rules;
+    const std::string previousSection = ini.SectionName();
+    Trapped(module, "ReadVersionsSection", [&] {
+        if (!ini.SectExist("VERSIONS")) return;
+        ini.SetSectionName("VERSIONS");
+        read(rules);
+    });
+    ini.SetSectionName(previousSection);
+    return rules;
+}
+
+void clsVersionsSection::ReadDefaultAndFirstInst(clsIniFile& ini, VersionsSectionRules& section) {
+    section.defaultActions = ReadFamily(ini, "DefaultAction");
+    section.firstInstActions = ReadFamily(ini, "FirstInstAction");
+}
+
 std::optional<clsVersionsSection::RegistryText> clsVersionsSection::ReadRegistryText(const std::string& fullPath,
                                                                                      const std::string& name) {
     std::string path = fullPath;
@@ -47,6 +74,11 @@ void clsVersionsSection::AddFirstInstActions(clsSIFApplicationItem& item, const 
         item.AddFirstinstAction(entry.value);
         LogEntry(entry);
     }
+}
+
+void clsVersionsSection::NoSection(clsSIFApplicationItem& item) {
+    LogIfEnabled("No versions section in " + item.SIFFileName + ": no version actions for " + ProductName(item));
+    item.Versions.reason = "the file has no VERSIONS section: no actions";
 }
 
 void clsVersionsSection::Clear(clsSIFApplicationItem& item) {

@@ -23,6 +23,7 @@
 #include <string_view>
 
 #include "catalogue/CatalogueGlobals.h"
+#include "catalogue/clsSIFDetection.h"
 #include "catalogue/clsSSFSearch.h"
 #include "common/clsString.h"
 #include "platform/clsPlatform.h"
@@ -133,9 +134,9 @@ void CheckProduct(const clsSIFApplicationItem& item) {
         const std::string requirements = item.GetSetupDependenceAR(i);
         Require(requirements.empty() || requirements.back() == '~');
     }
-    RequireList(item.StartOnBeginCount, [&](int i) { return item.GetStartOnBeginProgram(i); });
-    for (int i = 1; i <= item.StartOnBeginCount; ++i) RequireValue(item.GetStartOnBeginParameter(i));
-    RequireList(item.NotStartOnEndProgramsCount, [&](int i) { return item.GetNotStartOnEndProgram(i); });
+    RequireList(item.StartOnBeginCount(), [&](int i) { return item.GetStartOnBeginProgram(i); });
+    for (int i = 1; i <= item.StartOnBeginCount(); ++i) RequireValue(item.GetStartOnBeginParameter(i));
+    RequireList(item.NotStartOnEndProgramsCount(), [&](int i) { return item.GetNotStartOnEndProgram(i); });
     RequireList(item.ApplicationTitleCount(), [&](int i) { return item.GetApplicationTitle(i); });
     RequireList(item.DefaultPathCriteriumCount(), [&](int i) { return item.GetDefaultPathCriterium(i); });
     RequireList(item.VersionActionsCount(), [&](int i) { return item.GetAction(i); });
@@ -146,7 +147,7 @@ void CheckProduct(const clsSIFApplicationItem& item) {
 bool SameProduct(const clsSIFApplicationItem& a, const clsSIFApplicationItem& b) {
     return a.ProductCode == b.ProductCode && a.Description == b.Description && a.SetupFile == b.SetupFile &&
            a.DefaultPath == b.DefaultPath && a.CheckBox == b.CheckBox && a.Dependencies() == b.Dependencies() &&
-           a.SetupDependenceCount() == b.SetupDependenceCount() && a.StartOnBeginCount == b.StartOnBeginCount &&
+           a.SetupDependenceCount() == b.SetupDependenceCount() && a.StartOnBeginCount() == b.StartOnBeginCount() &&
            a.VersionActionsCount() == b.VersionActionsCount() && a.FirstInstActionsCount() == b.FirstInstActionsCount() &&
            a.InstalledVersion == b.InstalledVersion && a.AvailableLanguages == b.AvailableLanguages &&
            a.DeinstallEntryCount() == b.DeinstallEntryCount();
@@ -209,11 +210,16 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     }
     DefaultLanguage = static_cast<int16_t>(size % 7);
 
+    const clsSIFDetection detection(gPlaceholder.get());
     clsSIFApplicationItem product;
     product.Read(kFile, kProducts);
+    detection.Detect(product);
     CheckProduct(product);
+    // Detecting twice on the same machine changes nothing.
     clsSIFApplicationItem again;
     again.Read(kFile, kProducts);
+    detection.Detect(again);
+    detection.Detect(again);
     Require(SameProduct(product, again));
 
     clsSIFPacketItem packet;

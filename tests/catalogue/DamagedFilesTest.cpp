@@ -330,10 +330,10 @@ TEST_F(DamagedFiles, TenThousandNumberedKeysAreAllRead) {
 
     const auto* item = ProductFrom(Path("Many", "many.ssf"));
     ASSERT_NE(item, nullptr);
-    EXPECT_EQ(item->StartOnBeginCount, kMany);
+    EXPECT_EQ(item->StartOnBeginCount(), kMany);
     EXPECT_EQ(item->GetStartOnBeginProgram(kMany), "start10000.exe");
     EXPECT_EQ(item->GetStartOnBeginParameter(kMany), "/p10000");
-    EXPECT_EQ(item->NotStartOnEndProgramsCount, kMany);
+    EXPECT_EQ(item->NotStartOnEndProgramsCount(), kMany);
     EXPECT_EQ(item->ApplicationTitleCount(), kMany);
     EXPECT_EQ(item->DefaultPathCriteriumCount(), kMany);
     EXPECT_EQ(item->DependenceCount(), kMany);

@@ -4,21 +4,28 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <iterator>
 #include <string>
+#include <vector>
 
 #include "catalogue/CatalogueGlobals.h"
 #include "catalogue/clsSIFApplication.h"
+#include "catalogue/clsSIFDetection.h"
 #include "common/clsFileDisk.h"
 #include "tests/catalogue/CatalogueFixture.h"
 
 namespace tovel {
 namespace {
 
+using Lines = std::vector<std::string>;
+
 class SIFApplication : public test::CatalogueFixture {
 protected:
+    /// A record as the search makes it: read, then detected on the test's machine.
     clsSIFApplicationItem ReadProduct(const std::string& relative, const std::string& text) {
         clsSIFApplicationItem item;
         item.Read(WriteFile(relative, text), bed_->folder);
+        clsSIFDetection(gPlaceholder.get()).Detect(item);
         return item;
     }
 };
@@ -97,12 +104,12 @@ TEST_F(SIFApplication, ReadsEveryKeyAndNumberedFamily) {
     EXPECT_EQ(item.SetupFileParameters, "/s");
     EXPECT_EQ(item.ShowReadMe, folder + "readme.txt");
     EXPECT_EQ(item.AvailableLanguages, "B");
-    ASSERT_EQ(item.StartOnBeginCount, 2);   // the gap at 3 ends the family
+    ASSERT_EQ(item.StartOnBeginCount(), 2);   // the gap at 3 ends the family
     EXPECT_EQ(item.GetStartOnBeginProgram(1), "a.exe");
     EXPECT_EQ(item.GetStartOnBeginParameter(1), "-x");
     EXPECT_EQ(item.GetStartOnBeginParameter(2), "");
     EXPECT_EQ(item.GetStartOnBeginProgram(3), "");
-    EXPECT_EQ(item.NotStartOnEndProgramsCount, 1);
+    EXPECT_EQ(item.NotStartOnEndProgramsCount(), 1);
     EXPECT_EQ(item.GetApplicationTitle(2), "Other");
     EXPECT_EQ(item.GetDefaultPathCriterium(1), "crit");
     EXPECT_EQ(item.GetDefaultPathCriteriumPath(1), "C:\\Crit");
@@ -253,27 +260,37 @@ TEST_F(SIFApplication, ConditionTermsDecideTheCheckBoxAndTheLinks) {
 
 TEST_F(SIFApplication, TheCatalogueFindsRemovesAndLogsWhatItAdds) {
     clsSIFApplication catalogue;
-    catalogue.Add(WriteFile("a.ssf", "[GENERAL]\r\nProductCode=A\r\n[LANGUAGES]\r\nLanguageX=E\r\n[E]\r\nDescription=Alpha\r\nSetupFile=C:\\a.exe\r\n"), bed_->folder);
-    catalogue.Add(WriteFile("b.ssf", "[GENERAL]\r\nProductCode=b\r\n[LANGUAGES]\r\nLanguageX=E\r\n[E]\r\nDescription=Beta\r\n"), bed_->folder);
-    catalogue.Add(WriteFile("c.ssf", "[GENERAL]\r\nProductCode=A\r\n"), bed_->folder);
+    catalogue.Add(ReadProduct("a.ssf", "[GENERAL]\r\nProductCode=A\r\n[LANGUAGES]\r\nLanguageX=E\r\n[E]\r\nDescription=Alpha\r\nSetupFile=C:\\a.exe\r\n"));
+    catalogue.Add(ReadProduct("b.ssf", "[GENERAL]\r\nProductCode=b\r\n[LANGUAGES]\r\nLanguageX=E\r\n[E]\r\nDescription=Beta\r\n"));
+    catalogue.Add(ReadProduct("sub\\c.ssf", "[GENERAL]\r\nProductCode=A\r\n"));
+    catalogue.Add(ReadProduct("d.ssf", "[GENERAL]\r\nProductCode=\r\n"));
+    catalogue.Add(ReadProduct("e.ssf", "[GENERAL]\r\n"));
     const auto lines = LogLines();
+    // A code found twice is logged once, with both files and the one look-ups find; files
+    // without a code are no duplicates of each other.
+    const std::string a = bed_->folder + "a.ssf";
+    const Lines twice{"Produktcode A doppelt: " + a + " und " + bed_->folder + "sub\\c.ssf, " + a + " gilt. "};
+    Lines doubles;
+    std::copy_if(lines.begin(), lines.end(), std::back_inserter(doubles), [](const std::string& line) { return line.find("doppelt") != std::string::npos; });
+    EXPECT_EQ(doubles, twice);
+    EXPECT_EQ(lines.back(), "                                            and SetupFile:  ");
     const auto created = std::find(lines.begin(), lines.end(), "         Created new p_objSIFApplication Entry with ProductCode: A ");
     ASSERT_NE(created, lines.end());
     ASSERT_NE(created + 1, lines.end());
     EXPECT_EQ(created[1], "                                            and SetupFile: C:\\a.exe ");
-    ASSERT_EQ(catalogue.Count(), 3);
+    ASSERT_EQ(catalogue.Count(), 5);
     EXPECT_EQ(catalogue.IndexOfProductCode("A"), 1);   // the first of two
     EXPECT_EQ(catalogue.IndexOfProductCode("B"), 0);   // exact comparison
     EXPECT_EQ(catalogue.IndexOfProductCode("b"), 2);
     EXPECT_EQ(catalogue.IndexOfDescription("Beta"), 2);
     EXPECT_EQ(catalogue.IndexOfDescription("Gamma"), 0);
     EXPECT_EQ(catalogue.Item(0), nullptr);
-    EXPECT_EQ(catalogue.Item(4), nullptr);
+    EXPECT_EQ(catalogue.Item(6), nullptr);
     catalogue.SetSelectAllApp(false);
     EXPECT_FALSE(catalogue.Item(3)->Selected);
     catalogue.Remove(7);
     catalogue.Remove(1);
-    ASSERT_EQ(catalogue.Count(), 2);
+    ASSERT_EQ(catalogue.Count(), 4);
     EXPECT_EQ(catalogue.Item(1)->ProductCode, "b");
     catalogue.RemoveAllItem();
     EXPECT_EQ(catalogue.Count(), 0);

@@ -27,6 +27,13 @@ protected:
         item.Build = build;
         return item;
     }
+    /// Reads the versions section of the bound file into the record, then applies it here.
+    template <typename Reader>
+    static void Check(clsIniFile& ini, clsSIFApplicationItem& item) {
+        item.SIFFileName = ini.FullPath();
+        item.VersionRules = Reader::ReadVersionsSection(ini);
+        Reader::CheckVersionsSection(item);
+    }
     /// The INI object bound to a description file, on GENERAL as the reader of the rest left it.
     clsIniFile Bind(const std::string& name, const std::string& text) {
         clsIniFile ini;
@@ -136,7 +143,7 @@ TEST_F(SSFFilesV520, ChoosesTheActionsForTheInstalledVersion) {
         ClearLog();
         clsIniFile ini = Bind("prod.ssf", file);
         auto item = Product("5.2");
-        clsSSFFilesV520().CheckVersionsSection(ini, item);
+        Check<clsSSFFilesV520>(ini, item);
 
         EXPECT_EQ(Actions(item), c.actions);
         EXPECT_EQ(FirstInstActions(item), c.firstInst);
@@ -149,7 +156,7 @@ TEST_F(SSFFilesV520, ChoosesTheActionsForTheInstalledVersion) {
         EXPECT_EQ(ini.SectionName(), "GENERAL");
 
         // Deciding again (a new search) replaces the actions instead of adding to them.
-        clsSSFFilesV520().CheckVersionsSection(ini, item);
+        Check<clsSSFFilesV520>(ini, item);
         EXPECT_EQ(Actions(item), c.actions);
         EXPECT_EQ(FirstInstActions(item), c.firstInst);
     }
@@ -192,7 +199,7 @@ TEST_F(SSFFilesV520, WarnsAboutAnUnlistedVersionOnlyWithoutDefaultAction) {
         ClearLog();
         clsIniFile ini = Bind("prod.ssf", file);
         auto item = Product("5.2");
-        clsSSFFilesV520().CheckVersionsSection(ini, item);
+        Check<clsSSFFilesV520>(ini, item);
         EXPECT_EQ(Actions(item), c.actions);
         EXPECT_EQ(FirstInstActions(item), c.firstInst);
         EXPECT_EQ(LogLines(), Expect(c.log));
@@ -208,6 +215,7 @@ TEST_F(SSFFilesV520, PackageCheckChoosesTheVersionsSection) {
     const std::string withCheck = "[VERSIONS]\r\n" + check + "FirstInstAction1=default\r\n" + sections;
     const std::string checkOnly = "[VERSIONS]\r\n" + check + "FirstInstAction1=default\r\n";
     const std::string noCheck = "[VERSIONS]\r\nFirstInstAction1=default\r\n" + sections;
+    const std::string keyOnly = "[VERSIONS]\r\nCheckPackageKey=" + RegPath("Pack") + "\r\nFirstInstAction1=default\r\n" + sections;
 
     struct Case {
         const char* name;
@@ -223,8 +231,11 @@ TEST_F(SSFFilesV520, PackageCheckChoosesTheVersionsSection) {
         {"match, other case", withCheck, "professional", "VERSIONS2", "VersionsSection gefunden: VERSIONS2", "pro"},
         {"first match", withCheck, "BASIC", "VERSIONS1", "VersionsSection gefunden: VERSIONS1", "basic"},
         {"no match", withCheck, "Lite", "VERSIONS1", "VersionsSection 1 als Default", "basic"},
-        {"no candidate sections", checkOnly, "Basic", "VERSIONS", "VersionsSection Default", "default"},
+        // A package that no section names is unmatched also when there are no sections to
+        // name it: VERSIONS is then the first (and only) section.
+        {"no candidate sections", checkOnly, "Basic", "VERSIONS", "VersionsSection 1 als Default", "default"},
         {"no package keys", noCheck, "Basic", "VERSIONS", "VersionsSection Default", "default"},
+        {"package name missing", keyOnly, "Basic", "VERSIONS", "VersionsSection Default", "default"},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
@@ -238,7 +249,7 @@ TEST_F(SSFFilesV520, PackageCheckChoosesTheVersionsSection) {
         ClearLog();
         clsIniFile ini = Bind("prod.ssf", "[GENERAL]\r\nSSFVersion=5.2\r\n" + c.file);
         auto item = Product("5.2");
-        clsSSFFilesV520().CheckVersionsSection(ini, item);
+        Check<clsSSFFilesV520>(ini, item);
         EXPECT_EQ(item.Versions.versionsSection, c.section);
         EXPECT_EQ(FirstInstActions(item), Lines{c.action});
         EXPECT_EQ(LogLines(), Expect({c.chosenLine, "No Installed Version Prod A",
@@ -262,7 +273,7 @@ TEST_F(SSFFilesV520, UnreadableRegistryPlacesCountAsNotInstalled) {
                              "Version1=7.1\r\nVersion1Action1=seven.exe\r\n";
     clsIniFile ini = Bind("prod.ssf", file);
     auto item = Product("8.0");
-    clsSSFFilesV520().CheckVersionsSection(ini, item);
+    Check<clsSSFFilesV520>(ini, item);
     // RegPath4 without RegKey4 reads the key's default value.
     EXPECT_EQ(item.InstalledVersion, "7.1");
     EXPECT_EQ(item.Versions.foundAt, RegPath("Prod") + "\\");
@@ -273,7 +284,7 @@ TEST_F(SSFFilesV520, UnreadableRegistryPlacesCountAsNotInstalled) {
     clsIniFile none = Bind("none.ssf", "[VERSIONS]\r\nRegPath1=HKEY_CLASSES_ROOT\\x\r\nRegKey1=V\r\n"
                                        "RegPath2=nothing at all\r\nFirstInstAction1=first.exe\r\n");
     auto fresh = Product("8.0");
-    clsSSFFilesV520().CheckVersionsSection(none, fresh);
+    Check<clsSSFFilesV520>(none, fresh);
     EXPECT_EQ(fresh.InstalledVersion, "");
     EXPECT_EQ(FirstInstActions(fresh), Lines{"first.exe"});
     const auto logged = LogLines();
@@ -296,9 +307,9 @@ TEST_F(SSFFiles, MissingVersionsSectionGivesNoActions) {
             auto item = Product("5.2");
             item.AddAction("left from before");
             if (old) {
-                clsSSFFilesOld().CheckVersionsSection(ini, item);
+                Check<clsSSFFilesOld>(ini, item);
             } else {
-                clsSSFFilesV520().CheckVersionsSection(ini, item);
+                Check<clsSSFFilesV520>(ini, item);
             }
             EXPECT_EQ(item.VersionActionsCount(), 0);
             EXPECT_EQ(item.FirstInstActionsCount(), 0);
@@ -353,7 +364,7 @@ TEST_F(SSFFilesOld, ChoosesTheActionsForTheInstalledVersion) {
         ClearLog();
         clsIniFile ini = Bind("old.ssf", file);
         auto item = Product("5.2");
-        clsSSFFilesOld().CheckVersionsSection(ini, item);
+        Check<clsSSFFilesOld>(ini, item);
         EXPECT_EQ(Actions(item), c.actions);
         EXPECT_EQ(FirstInstActions(item), c.firstInst);
         EXPECT_EQ(LogLines(), Expect(c.log));
@@ -367,7 +378,7 @@ TEST_F(SSFFilesOld, ChoosesTheActionsForTheInstalledVersion) {
     ClearLog();
     clsIniFile bare = Bind("bare.ssf", "[VERSIONS]\r\nVersion1=5.1\r\nAction1_1=x\r\n");
     auto item = Product("5.2");
-    clsSSFFilesOld().CheckVersionsSection(bare, item);
+    Check<clsSSFFilesOld>(bare, item);
     EXPECT_EQ(item.VersionActionsCount(), 0);
     EXPECT_EQ(item.FirstInstActionsCount(), 0);
     EXPECT_EQ(LogLines(), Expect({"Prod A: keine Version installiert", " Für Prod A wird mit FirstInstAction abgehandelt."}));
