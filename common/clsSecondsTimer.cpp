@@ -12,16 +12,16 @@ constexpr double kDay = 86400;
 
 void clsSecondsTimer::Start() {
     last_ = Platform().Clock().SecondsSinceMidnight();
-    elapsed_ = last_ - std::nearbyint(last_);
+    start_ = std::nearbyint(last_);
+    midnights_ = 0;
 }
 
 double clsSecondsTimer::Elapsed() {
     const double now = Platform().Clock().SecondsSinceMidnight();
-    double step = now - last_;
-    if (step < -kDay / 2) step += kDay;
-    if (step > 0) elapsed_ += step;
+    if (now < last_ - kDay / 2) ++midnights_;
     last_ = now;
-    return elapsed_;
+    // From the readings themselves, not summed steps: whole seconds stay exact.
+    return now + midnights_ * kDay - start_;
 }
 
 bool clsSecondsTimer::WaitUntil(double seconds, const std::function<bool()>& round) {

@@ -15,16 +15,17 @@ public:
     /// Starts at the whole second of the timer nearest to now (as the setup has always
     /// measured its waits), so the first second may be a little shorter or longer.
     void Start();
-    /// Seconds since the start. A timer that drops by more than half a day has passed
-    /// midnight; a smaller drop (the clock set back) counts as no time.
+    /// Seconds since the start. A timer that drops by more than half a day between two
+    /// readings has passed midnight.
     [[nodiscard]] double Elapsed();
     /// Waits until `seconds` have passed since the start on the platform clock, calling
     /// `round` before each slice of sleep; false (at once) when `round` says to stop.
     bool WaitUntil(double seconds, const std::function<bool()>& round);
 
 private:
+    double start_ = 0;
     double last_ = 0;      // the timer when last read
-    double elapsed_ = 0;
+    int midnights_ = 0;    // passed since the start
 };
 
 } // namespace tovel

@@ -9,15 +9,6 @@ namespace tovel {
 
 namespace {
 
-std::string OneLine(const std::string& text) {
-    std::string out;
-    for (const auto& line : clsTextWidth::Lines(text)) {
-        if (!out.empty()) out += ' ';
-        out += line;
-    }
-    return out;
-}
-
 std::string Marks(const clsFormControl& c) {
     std::vector<std::string> marks;
     if (c.kind == ControlKind::CommandButton && c.isDefault) marks.emplace_back("default");
@@ -36,7 +27,7 @@ std::string clsPageText::ControlId(const clsFormControl& control) {
 }
 
 std::string clsPageText::Of(const clsForm& form) {
-    std::string text = "== " + form.Name() + (form.Caption().empty() ? "" : ": " + OneLine(form.Caption())) + " ==\n";
+    std::string text = "== " + form.Name() + (form.Caption().empty() ? "" : ": " + clsTextWidth::OneLine(form.Caption())) + " ==\n";
     std::vector<const clsFormControl*> order;
     for (const auto& c : form.Controls()) {
         if (c.visible) order.push_back(&c);
@@ -58,11 +49,11 @@ std::string clsPageText::ControlText(const clsFormControl& c) {
         for (size_t i = 1; i < lines.size(); ++i) text += lines[i] + "\n";
         return text;
     }
-    case ControlKind::CommandButton: return "[ " + OneLine(c.caption) + " ]" + tail;
-    case ControlKind::OptionButton: return (c.value != 0 ? "(o) " : "( ) ") + OneLine(c.caption) + tail;
-    case ControlKind::CheckBox: return (c.value != 0 ? "[x] " : "[ ] ") + OneLine(c.caption) + tail;
+    case ControlKind::CommandButton: return "[ " + clsTextWidth::OneLine(c.caption) + " ]" + tail;
+    case ControlKind::OptionButton: return (c.value != 0 ? "(o) " : "( ) ") + clsTextWidth::OneLine(c.caption) + tail;
+    case ControlKind::CheckBox: return (c.value != 0 ? "[x] " : "[ ] ") + clsTextWidth::OneLine(c.caption) + tail;
     case ControlKind::TextBox:
-        if (!c.multiLine) return "\"" + OneLine(c.caption) + "\"" + tail;
+        if (!c.multiLine) return "\"" + clsTextWidth::OneLine(c.caption) + "\"" + tail;
         text = ControlId(c) + Marks(c) + ":\n";
         if (!c.caption.empty()) {
             for (const auto& line : clsTextWidth::Lines(c.caption)) text += line.empty() ? "  |\n" : "  | " + line + "\n";
@@ -75,7 +66,7 @@ std::string clsPageText::ControlText(const clsFormControl& c) {
         }
         return text;
     case ControlKind::Image: return "<picture: " + (c.picture.empty() ? "none" : c.picture) + ">" + tail;
-    case ControlKind::Frame: return (c.caption.empty() ? std::string("------") : "--- " + OneLine(c.caption) + " ---") + tail;
+    case ControlKind::Frame: return (c.caption.empty() ? std::string("------") : "--- " + clsTextWidth::OneLine(c.caption) + " ---") + tail;
     }
     return text;
 }
