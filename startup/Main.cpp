@@ -1,8 +1,8 @@
 #include "startup/Main.h"
 
-#include <cmath>
 #include <cstdlib>
 
+#include "common/clsSecondsTimer.h"
 #include "common/clsString.h"
 #include "common/mdlEvents.h"
 #include "common/mdlMessage.h"
@@ -27,9 +27,6 @@ constexpr int kJapanese = 5;
 const std::string kNoBusSystemChosen = "4";
 
 constexpr int32_t kExitFailed = 1603;
-
-// How long one round of the wait loop gives the machine before the timer is read again.
-constexpr uint32_t kWaitSliceMs = 50;
 
 // The root of the Windows drive; Windows on a network path is not supported, and C:\ stands in.
 std::string WorkFolderOf() {
@@ -123,12 +120,12 @@ void UseSetupLanguage(int16_t index) {
 }
 
 void WaitSeconds(int seconds) {
-    auto& clock = Platform().Clock();
-    const double end = std::nearbyint(clock.SecondsSinceMidnight()) + seconds;
-    while (clock.SecondsSinceMidnight() < end) {
+    clsSecondsTimer timer;
+    timer.Start();
+    timer.WaitUntil(seconds, [] {
         DoEvents();
-        clock.Sleep(kWaitSliceMs);
-    }
+        return true;
+    });
 }
 
 bool CreateGlobalObjects() {

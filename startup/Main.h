@@ -26,8 +26,8 @@ void UseSetupLanguage(int16_t index);
 /// A language index as its letter (form 0: "A"), name (1: "German") or locale (2: "1031");
 /// English for an index outside 0..5, an empty text for another form.
 [[nodiscard]] std::string LanguageIndexToCode(int index, int form);
-/// Waits the seconds on the seconds-since-midnight timer, letting window messages run. The
-/// start is rounded to a whole second; a start shortly before midnight never sees its end.
+/// Waits the seconds on the seconds-since-midnight timer (from the whole second nearest to
+/// the start, across midnight), letting window messages run.
 void WaitSeconds(int seconds);
 
 } // namespace tovel

@@ -14,6 +14,10 @@ public:
     virtual void ShowModal(clsForm& form) = 0;
     /// Lets pending user actions and timers run once ("let window messages run").
     virtual void DoEvents() = 0;
+    /// One round of the wait of a form that goes on by itself while it is shown: the form is
+    /// on view at once and takes the user's actions meanwhile (also a script's). As DoEvents
+    /// unless a renderer needs more.
+    virtual void WhileWaiting(clsForm& /*form*/) { DoEvents(); }
     /// The pointer as an hourglass while the program works.
     virtual void SetHourglass(bool busy) = 0;
     /// Draws the form again after its controls changed outside an event.

@@ -695,7 +695,7 @@ TEST(ConsoleKeys, TheArrowsMoveTheChosenLineOfAFocusedListAndKeepItInSight) {
     ASSERT_TRUE(place.Find(2)->focusable) << "a short list takes the focus too: its line can be chosen";
     view.focus = list;
     const auto chosen = [&] { return form.Control("SetupTypeList")->value; };
-    const auto press = [&](KeyCode key) { return clsConsoleRenderer::ListKey(form, place, view, key); };
+    const auto press = [&](KeyCode key) { return clsTerminalLoop::ListKey(form, place, view, key); };
     const auto inSight = [&] { return chosen() >= view.scroll[list] && chosen() < view.scroll[list] + p->text.h; };
 
     EXPECT_TRUE(press(KeyCode::Up));   // already on the first line: nothing to tell

@@ -24,24 +24,14 @@ bool HasLines(const clsFormControl& c) {
     return (c.kind == ControlKind::TextBox && c.multiLine) || c.kind == ControlKind::ListBox;
 }
 
-// Captions of buttons, options and check boxes stand on one line.
-std::string OneLine(const std::string& text) {
-    std::string out;
-    for (const auto& line : clsTextWidth::Lines(text)) {
-        if (!out.empty()) out += ' ';
-        out += line;
-    }
-    return out;
-}
-
 int Round(double value) { return static_cast<int>(std::lround(value)); }
 
 // Columns a control wants on its first line so its text is not cut.
 int NeededWidth(const clsFormControl& c) {
     switch (c.kind) {
-    case ControlKind::CommandButton: return clsTextWidth::Width(OneLine(c.caption)) + 4;
+    case ControlKind::CommandButton: return clsTextWidth::Width(clsTextWidth::OneLine(c.caption)) + 4;
     case ControlKind::OptionButton:
-    case ControlKind::CheckBox: return clsTextWidth::Width(OneLine(c.caption)) + kMarkerWidth;
+    case ControlKind::CheckBox: return clsTextWidth::Width(clsTextWidth::OneLine(c.caption)) + kMarkerWidth;
     default: return 0;
     }
 }
@@ -52,7 +42,7 @@ int NeededRows(const clsFormControl& c, int width) {
     case ControlKind::Label: return static_cast<int>(clsTextWidth::Wrap(c.caption, width).size());
     case ControlKind::OptionButton:
     case ControlKind::CheckBox:
-        return static_cast<int>(clsTextWidth::Wrap(OneLine(c.caption), std::max(width - kMarkerWidth, 1)).size());
+        return static_cast<int>(clsTextWidth::Wrap(clsTextWidth::OneLine(c.caption), std::max(width - kMarkerWidth, 1)).size());
     default: return 1;
     }
 }
@@ -235,7 +225,7 @@ void DrawLabel(clsScreenGrid& grid, const clsFormControl& c, const CellRect& r) 
 }
 
 void DrawButton(clsScreenGrid& grid, const clsFormControl& c, const CellRect& r, bool focused) {
-    const std::string caption = OneLine(c.caption);
+    const std::string caption = clsTextWidth::OneLine(c.caption);
     std::string text = "[ " + caption + " ]";
     if (clsTextWidth::Width(text) > r.w) {
         text = r.w >= 3 ? "[" + clsTextWidth::Fit(caption, r.w - 2) + "]" : clsTextWidth::Fit(caption, r.w);
@@ -250,7 +240,7 @@ void DrawButton(clsScreenGrid& grid, const clsFormControl& c, const CellRect& r,
 void DrawChoice(clsScreenGrid& grid, const clsFormControl& c, const CellRect& r, bool focused) {
     const bool option = c.kind == ControlKind::OptionButton;
     const std::string marker = option ? (c.value != 0 ? "(o) " : "( ) ") : (c.value != 0 ? "[x] " : "[ ] ");
-    const auto lines = clsTextWidth::Wrap(OneLine(c.caption), std::max(r.w - kMarkerWidth, 1));
+    const auto lines = clsTextWidth::Wrap(clsTextWidth::OneLine(c.caption), std::max(r.w - kMarkerWidth, 1));
     const uint8_t attr = StateAttr(c);
     const int used = grid.Put(r.x, r.y, marker + lines.front(), attr, r.w);
     if (focused) grid.Mark({r.x, r.y, used, 1}, cell::kReverse);
@@ -265,7 +255,7 @@ void DrawField(clsScreenGrid& grid, const clsFormControl& c, const CellRect& r, 
     const int area = brackets ? r.w - 2 : r.w;
     const int x = brackets ? r.x + 1 : r.x;
     // The end of a long text stays in sight, where typing goes on; one cell for the cursor.
-    std::string text = OneLine(c.caption);
+    std::string text = clsTextWidth::OneLine(c.caption);
     const int room = focused ? area - 1 : area;
     while (clsTextWidth::Width(text) > room && !text.empty()) {
         size_t next = 0;
@@ -316,7 +306,7 @@ void DrawFrameControl(clsScreenGrid& grid, const clsFormControl& c, const CellRe
     } else {
         Box(grid, r, '-', cell::kDim);
     }
-    if (!c.caption.empty() && r.w > 4) grid.Put(r.x + 2, r.y, " " + OneLine(c.caption) + " ", StateAttr(c), r.w - 4);
+    if (!c.caption.empty() && r.w > 4) grid.Put(r.x + 2, r.y, " " + clsTextWidth::OneLine(c.caption) + " ", StateAttr(c), r.w - 4);
 }
 
 void DrawImage(clsScreenGrid& grid, const clsFormControl& c, const CellRect& r) {
@@ -411,7 +401,7 @@ void clsConsoleLayout::Draw(const clsForm& form, const FormPlace& place, const F
     const std::string busyMark = front && busy ? "[ busy ]" : "";
     const int busyWidth = static_cast<int>(busyMark.size());
     if (!busyMark.empty() && f.w > busyWidth + 4) grid.Put(f.Right() - busyWidth - 2, f.y, busyMark, cell::kBold | cell::kReverse);
-    const std::string title = " " + OneLine(form.Caption()) + " ";
+    const std::string title = " " + clsTextWidth::OneLine(form.Caption()) + " ";
     const int titleRoom = f.w - 4 - (busyMark.empty() ? 0 : busyWidth + 1);
     if (titleRoom > 2 && !form.Caption().empty()) grid.Put(f.x + 2, f.y, title, cell::kBold, titleRoom);
 

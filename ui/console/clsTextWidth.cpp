@@ -212,4 +212,13 @@ std::vector<std::string> clsTextWidth::Wrap(std::string_view text, int width) {
     return out;
 }
 
+std::string clsTextWidth::OneLine(std::string_view text) {
+    std::string out;
+    for (const auto& line : Lines(text)) {
+        if (!out.empty()) out += ' ';
+        out += line;
+    }
+    return out;
+}
+
 } // namespace tovel

@@ -35,6 +35,8 @@ public:
     [[nodiscard]] static std::vector<std::string> Wrap(std::string_view text, int width);
     /// The hard lines of a text ("\n" or "\r\n"), nothing wrapped.
     [[nodiscard]] static std::vector<std::string> Lines(std::string_view text);
+    /// The lines of a text joined by blanks: a caption that stands on one line.
+    [[nodiscard]] static std::string OneLine(std::string_view text);
 };
 
 } // namespace tovel
