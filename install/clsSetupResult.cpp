@@ -56,7 +56,7 @@ SetupOutcome clsSetupResult::Interpret(const OptionFileResults& results, uint32_
 std::vector<std::string> clsSetupResult::NotStartOnEndPrograms(const clsSIFApplication& applications) {
     std::vector<std::string> programs;
     for (const auto& item : applications.Items()) {
-        for (int i = 1; i <= item.NotStartOnEndProgramsCount; ++i) programs.push_back(item.GetNotStartOnEndProgram(i));
+        for (int i = 1; i <= item.NotStartOnEndProgramsCount(); ++i) programs.push_back(item.GetNotStartOnEndProgram(i));
     }
     return programs;
 }
