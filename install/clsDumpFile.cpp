@@ -21,14 +21,18 @@ constexpr const char* kInfo = "Info";
 // A value must stay on its line to read back: line breaks and NUL become blanks, and bytes
 // that are no UTF-8 text "?".
 std::string OneLine(const std::string& value) {
+    bool ascii = true;
+    bool breaks = false;
+    for (const char c : value) {
+        ascii = ascii && static_cast<unsigned char>(c) < 0x80;
+        breaks = breaks || c == '\r' || c == '\n' || c == '\0';
+    }
+    if (!breaks && (ascii || clsCodePage::IsUtf8(value))) return value;
     std::string line = value;
+    const bool utf8 = clsCodePage::IsUtf8(line);
     for (char& c : line) {
         if (c == '\r' || c == '\n' || c == '\0') c = ' ';
-    }
-    if (!clsCodePage::IsUtf8(line)) {
-        for (char& c : line) {
-            if (static_cast<unsigned char>(c) >= 0x80) c = '?';
-        }
+        else if (!utf8 && static_cast<unsigned char>(c) >= 0x80) c = '?';
     }
     return line;
 }
@@ -56,6 +60,13 @@ std::optional<std::string> SourceDiscName() {
     ini.SetFullPath(path);
     ini.SetSectionName("SETTINGS");
     return ini.GetString("DiscName", "");
+}
+
+// A value as clsIniFile gives it: without blanks and tabs around it.
+std::string& TrimInPlace(std::string& value) {
+    const std::string_view trimmed = clsIniText::Trim(value);
+    if (trimmed.size() != value.size()) value = std::string(trimmed);
+    return value;
 }
 
 // The run state's values as text, to put them back when a resume is given up.
@@ -139,8 +150,8 @@ std::optional<clsIniText> clsDumpFile::Load() {
 bool clsDumpFile::RestoreRunState(const clsIniText& text, RunProgress& progress, std::string& problem) const {
     const auto before = Snapshot(progress);
     for (const auto& key : RunStateKeys()) {
-        const auto value = text.Value(key.section, key.key);
-        if (value && key.Restore(progress, std::string(clsIniText::Trim(*value)))) continue;
+        auto value = text.Value(key.section, key.key);
+        if (value && key.Restore(progress, TrimInPlace(*value))) continue;
         problem = std::string(key.section) + " " + key.key + (value ? " unreadable" : " missing");
         PutBack(before, progress);
         return false;
@@ -154,15 +165,17 @@ bool clsDumpFile::ReadDumpFile() {
         const auto text = Load();
         if (!text) return false;
         const clsDumpCatalogue::KeySource get = [&](const std::string& section, const std::string& key) {
-            const auto value = text->Value(section, key);
-            return value ? std::optional<std::string>(clsIniText::Trim(*value)) : std::nullopt;
+            auto value = text->Value(section, key);
+            if (value) TrimInPlace(*value);
+            return value;
         };
         std::string problem;
         clsSIFPacketItem packet;
         std::vector<clsSIFApplicationItem> items;
         RunProgress progress = progress_;
         const auto before = Snapshot(progress);
-        const bool complete = get(kInfo, "Discname") && clsDumpCatalogue::ReadPacket(get, packet, problem) &&
+        const auto discName = get(kInfo, "Discname");
+        const bool complete = discName && clsDumpCatalogue::ReadPacket(get, packet, problem) &&
                               clsDumpCatalogue::ReadApplications(get, items, problem) &&
                               RestoreRunState(*text, progress, problem);
         if (!complete) {
@@ -171,7 +184,7 @@ bool clsDumpFile::ReadDumpFile() {
             return false;
         }
         // The globals hold the file's values now; a refused disc puts them back.
-        if (!CheckDumpDisc()) {
+        if (!AskForDisc(*discName)) {
             PutBack(before, progress);
             return false;
         }
@@ -192,20 +205,23 @@ bool clsDumpFile::CheckDumpDisc() {
         clsIniFile dump;
         dump.SetFullPath(DumpFilePath());
         dump.SetSectionName(kInfo);
-        const std::string wanted = dump.GetString("Discname", "");
-        // Cancel is the default button, so an unattended run gives up instead of asking forever.
-        while (SourceDiscName() != wanted) {
-            const std::string text = gLanguage ? gLanguage->LoadResString(TextNo::kResumeInsertDisc, {wanted}) : wanted;
-            if (MsgBox(text, mb::kOkCancel | mb::kIconQuestion | mb::kDefaultButton2, ApplicationTitle) != mb::kIdOk) {
-                LogIfEnabled("Read Dumpfile: the disc \"" + wanted + "\" was not inserted; the run starts afresh.");
-                return false;
-            }
-        }
-        return true;
+        return AskForDisc(dump.GetString("Discname", ""));
     } catch (const std::exception& e) {
         LogIfEnabled(std::string("Error in Modul clsDumpFile Funktion CheckDumpDisc: ") + e.what());
     }
     return false;
+}
+
+bool clsDumpFile::AskForDisc(const std::string& wanted) {
+    // Cancel is the default button, so an unattended run gives up instead of asking forever.
+    while (SourceDiscName() != wanted) {
+        const std::string text = gLanguage ? gLanguage->LoadResString(TextNo::kResumeInsertDisc, {wanted}) : wanted;
+        if (MsgBox(text, mb::kOkCancel | mb::kIconQuestion | mb::kDefaultButton2, ApplicationTitle) != mb::kIdOk) {
+            LogIfEnabled("Read Dumpfile: the disc \"" + wanted + "\" was not inserted; the run starts afresh.");
+            return false;
+        }
+    }
+    return true;
 }
 
 } // namespace tovel
