@@ -9,8 +9,6 @@
 // ratios compare passes of the same run, so they hold across machines where times do not.
 //
 //   tovel_bench_dumpfile [products] [passes]
-#include <unistd.h>
-
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
@@ -18,13 +16,12 @@
 #include <string>
 #include <vector>
 
+#include "bench/BenchMachine.h"
 #include "bench/BenchTiming.h"
 #include "bench/SyntheticDisc.h"
 #include "catalogue/CatalogueGlobals.h"
 #include "catalogue/clsSSFSearch.h"
 #include "install/clsDumpFile.h"
-#include "platform/posix/clsMachinePlatform.h"
-#include "platform/posix/clsMachineProfile.h"
 #include "settings/clsPlaceholder.h"
 #include "settings/clsSetupsIni.h"
 #include "startup/Globals.h"
@@ -60,14 +57,8 @@ void AsTheRunLeavesThem(clsSIFApplication& apps) {
 int main(int argc, char** argv) {
     const int products = argc > 1 ? std::max(1, std::atoi(argv[1])) : 1000;
     const int passes = argc > 2 ? std::max(1, std::atoi(argv[2])) : 5;
-    const std::string host = (std::filesystem::temp_directory_path() / ("tovel-bench-dumpfile-" + std::to_string(getpid()))).string();
-    std::filesystem::remove_all(host);
-    std::string error;
-    auto machine = clsMachine::Create(host, clsMachineProfile::Default(), error);
-    if (!machine) return Fail(error);
-    auto platform = clsMachinePlatform::Make(std::move(machine), MachineProcess{}, error);
-    if (!platform) return Fail(error);
-    InstallPlatform(std::move(platform));
+    std::string host, error;
+    if (!InstallFreshMachine("dumpfile", host, error)) return Fail(error);
 
     SyntheticDisc disc;
     if (!WriteSyntheticDisc("C:\\Disc\\", products, kPackets, disc, error)) return Fail(error);
