@@ -46,7 +46,8 @@ std::string Now() {
 // The program's file name without its extension, as the command line names it.
 std::string ProgramName() {
     const std::string program = clsWindowsCommandLine::SplitProgram(Platform().System().CommandLine()).program;
-    std::string name = program.substr(program.find_last_of("\\/:") == std::string::npos ? 0 : program.find_last_of("\\/:") + 1);
+    const size_t slash = program.find_last_of("\\/:");
+    std::string name = program.substr(slash == std::string::npos ? 0 : slash + 1);
     const size_t dot = name.find_last_of('.');
     if (dot != std::string::npos) name.erase(dot);
     return name.empty() ? "TovelSetup" : name;
