@@ -64,10 +64,9 @@ std::optional<std::string> SourceDiscName() {
 }
 
 // A value as clsIniFile gives it: without blanks and tabs around it.
-std::string& TrimInPlace(std::string& value) {
+void TrimInPlace(std::string& value) {
     const std::string_view trimmed = clsIniText::Trim(value);
     if (trimmed.size() != value.size()) value = std::string(trimmed);
-    return value;
 }
 
 // The run state's values as text, to put them back when a resume is given up.
@@ -79,6 +78,19 @@ std::vector<std::string> Snapshot(const RunProgress& progress) {
 
 void PutBack(const std::vector<std::string>& texts, RunProgress& progress) {
     for (size_t i = 0; i < texts.size(); ++i) (void)RunStateKeys()[i].Restore(progress, texts[i]);
+}
+
+// Sets the run state from the file; on a value that cannot be read, every value is put back.
+bool RestoreRunState(const clsDumpCatalogue::KeySource& get, RunProgress& progress, std::string& problem) {
+    const auto before = Snapshot(progress);
+    for (const auto& key : RunStateKeys()) {
+        const auto value = get(key.section, key.key);
+        if (value && key.Restore(progress, *value)) continue;
+        problem = std::string(key.section) + " " + key.key + (value ? " unreadable" : " missing");
+        PutBack(before, progress);
+        return false;
+    }
+    return true;
 }
 
 void ApplyLanguage() {
@@ -148,18 +160,6 @@ std::optional<clsIniText> clsDumpFile::Load() {
     return text;
 }
 
-bool clsDumpFile::RestoreRunState(const clsIniText& text, RunProgress& progress, std::string& problem) const {
-    const auto before = Snapshot(progress);
-    for (const auto& key : RunStateKeys()) {
-        auto value = text.Value(key.section, key.key);
-        if (value && key.Restore(progress, TrimInPlace(*value))) continue;
-        problem = std::string(key.section) + " " + key.key + (value ? " unreadable" : " missing");
-        PutBack(before, progress);
-        return false;
-    }
-    return true;
-}
-
 bool clsDumpFile::ReadDumpFile() {
     try {
         LogIfEnabled("Read Dumpfile Path = " + DumpFilePath());
@@ -178,7 +178,7 @@ bool clsDumpFile::ReadDumpFile() {
         const auto discName = get(kInfo, "Discname");
         const bool complete = discName && clsDumpCatalogue::ReadPacket(get, packet, problem) &&
                               clsDumpCatalogue::ReadApplications(get, items, problem) &&
-                              RestoreRunState(*text, progress, problem);
+                              RestoreRunState(get, progress, problem);
         if (!complete) {
             LogIfEnabled("Read Dumpfile: the file is incomplete or damaged (" +
                          (problem.empty() ? std::string("Info Discname missing") : problem) + "); the run starts afresh.");

@@ -70,9 +70,6 @@ private:
     [[nodiscard]] static std::optional<clsIniText> Load();
     /// Asks for the disc named wanted until it is in the source folder or the user cancels.
     [[nodiscard]] static bool AskForDisc(const std::string& wanted);
-    /// Sets the run state from the file; on a value that cannot be read, every value is set
-    /// back to what it was and false is returned.
-    [[nodiscard]] bool RestoreRunState(const clsIniText& text, RunProgress& progress, std::string& problem) const;
 
     clsSIFApplication& applications_;
     clsSIFPacketItem& packet_;
