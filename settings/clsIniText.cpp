@@ -194,8 +194,7 @@ int32_t clsIniText::ProfileInt(std::string_view value) {
         if (digit >= base) break;
         total = total * base + digit;   // wraps at 2^32, as the Windows conversion does
     }
-    if (negative) return 0;
-    return static_cast<int32_t>(total);
+    return static_cast<int32_t>(negative ? 0u - total : total);
 }
 
 void clsIniText::Classify(Line& line) {
@@ -336,15 +335,34 @@ void clsIniText::Reindex() {
 }
 
 const clsIniText::Section* clsIniText::FirstBlock(std::string_view section) const {
-    const std::string folded = FoldName(section);
-    if (folded.empty()) return nullptr;
-    const auto it = firstBlock_.find(folded);
+    const auto it = Find(firstBlock_, section);
     return it == firstBlock_.end() ? nullptr : &sections_[it->second];
 }
 
+namespace {
+char UpperAscii(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }
+} // namespace
+
+size_t clsIniText::FoldedHash::operator()(std::string_view name) const {
+    size_t hash = 14695981039346656037ull;   // FNV-1a
+    for (const char c : name) hash = (hash ^ static_cast<unsigned char>(UpperAscii(c))) * 1099511628211ull;
+    return hash;
+}
+
+bool clsIniText::FoldedEqual::operator()(std::string_view a, std::string_view b) const {
+    return a.size() == b.size() && std::equal(a.begin(), a.end(), b.begin(), [](char x, char y) { return UpperAscii(x) == UpperAscii(y); });
+}
+
+clsIniText::NameIndex::const_iterator clsIniText::Find(const NameIndex& index, std::string_view name) {
+    name = Trim(name);
+    if (name.empty()) return index.end();
+    // Folding beyond ASCII needs the folded text; ASCII names fold in the hash and comparison.
+    if (!IsAscii(name)) return index.find(FoldName(name));
+    return index.find(name);
+}
+
 std::optional<size_t> clsIniText::FindKey(const Section& section, std::string_view key) const {
-    const std::string folded = FoldName(key);
-    if (folded.empty()) return std::nullopt;
+    if (Trim(key).empty()) return std::nullopt;
     auto [block, added] = keys_.try_emplace(section.header);
     KeyIndex& keys = block->second;
     if (added) {
@@ -352,7 +370,7 @@ std::optional<size_t> clsIniText::FindKey(const Section& section, std::string_vi
             if (lines_[i].kind == Kind::Entry) keys.try_emplace(FoldName(lines_[i].Name()), i);
         }
     }
-    const auto it = keys.find(folded);
+    const auto it = Find(keys, key);
     if (it == keys.end()) return std::nullopt;
     return it->second;
 }
@@ -410,8 +428,12 @@ std::string clsIniText::EncodeText(std::string_view text) const {
     case TextEncoding::Utf16Be: return clsTextDecoder::ToUtf16(text, encoding_ == TextEncoding::Utf16Be);
     case TextEncoding::Ansi: break;
     }
+    return AnsiBytes(text, ansiCodePage_);
+}
+
+std::string clsIniText::AnsiBytes(std::string_view text, uint32_t codePage) {
     if (IsAscii(text)) return std::string(text);
-    if (auto bytes = clsCodePage::FromUtf8(text, ansiCodePage_)) return std::move(*bytes);
+    if (auto bytes = clsCodePage::FromUtf8(text, codePage)) return std::move(*bytes);
     // A code page the machine cannot convert: what is not ASCII becomes "?", as a character
     // the code page lacks does.
     std::string bytes;
@@ -422,11 +444,15 @@ std::string clsIniText::EncodeText(std::string_view text) const {
     return bytes;
 }
 
+std::string clsIniText::AnsiText(std::string_view bytes, uint32_t codePage) {
+    if (IsAscii(bytes)) return std::string(bytes);
+    if (auto back = clsCodePage::ToUtf8(bytes, codePage)) return std::move(*back);
+    return LenientAnsi(bytes, codePage);
+}
+
 std::string clsIniText::DecodeBack(std::string_view bytes, std::string_view text) const {
     if (encoding_ != TextEncoding::Ansi) return std::string(text);
-    if (IsAscii(bytes)) return std::string(bytes);
-    if (auto back = clsCodePage::ToUtf8(bytes, ansiCodePage_)) return std::move(*back);
-    return LenientAnsi(bytes, ansiCodePage_);
+    return AnsiText(bytes, ansiCodePage_);
 }
 
 bool clsIniText::Writable(std::string_view name) const { return DecodeBack(EncodeText(name), name) == name; }
@@ -470,19 +496,25 @@ void clsIniText::InsertLine(size_t at, Line line) {
     lines_.insert(lines_.begin() + static_cast<std::ptrdiff_t>(at), std::move(line));
 }
 
-bool clsIniText::SetValue(std::string_view section, std::string_view key, std::string_view value, std::string& error) {
-    error.clear();
+std::string clsIniText::WriteRefusal(std::string_view section, std::string_view key, std::string_view value) {
     const std::string_view sectionName = Trim(section);
     const std::string_view keyName = Trim(key);
-    if (sectionName.empty()) error = "no section name";
-    else if (keyName.empty()) error = "no key name";
-    else if (HasLineBreakOrNul(section) || HasLineBreakOrNul(key) || HasLineBreakOrNul(value))
-        error = "a line break or NUL in the section, key or value";
-    else if (keyName.find('=') != std::string_view::npos || keyName.front() == ';' || keyName.front() == '[')
-        error = "the key name \"" + std::string(keyName) + "\" would not read back as a key";
-    else if (!clsCodePage::IsUtf8(section) || !clsCodePage::IsUtf8(key) || !clsCodePage::IsUtf8(value))
-        error = "text that is not UTF-8";
+    if (sectionName.empty()) return "no section name";
+    if (keyName.empty()) return "no key name";
+    if (HasLineBreakOrNul(section) || HasLineBreakOrNul(key) || HasLineBreakOrNul(value))
+        return "a line break or NUL in the section, key or value";
+    if (keyName.find('=') != std::string_view::npos || keyName.front() == ';' || keyName.front() == '[')
+        return "the key name \"" + std::string(keyName) + "\" would not read back as a key";
+    auto utf8 = [](std::string_view text) { return IsAscii(text) || clsCodePage::IsUtf8(text); };
+    if (!utf8(section) || !utf8(key) || !utf8(value)) return "text that is not UTF-8";
+    return {};
+}
+
+bool clsIniText::SetValue(std::string_view section, std::string_view key, std::string_view value, std::string& error) {
+    error = WriteRefusal(section, key, value);
     if (!error.empty()) return false;
+    const std::string_view sectionName = Trim(section);
+    const std::string_view keyName = Trim(key);
 
     const Section* block = FirstBlock(sectionName);
     const auto index = block != nullptr ? FindKey(*block, keyName) : std::nullopt;
