@@ -139,6 +139,8 @@ bool clsCheckEnviroment::PreCheckForIE() const { return clsIECheck::Run(*gSetups
 bool clsCheckEnviroment::CheckDisc(const std::string& expectedDiscID) const {
     if (expectedDiscID.empty()) return true;
     const std::string folder = gSetupsIni->Path().empty() ? HomePath : gSetupsIni->Path();
+    // Products beside the program, without a settings file of their own, are on this disc.
+    if (!Platform().Files().FileExists(folder + "Setups.ini")) return true;
     clsIniFile disc;
     disc.SetFullPath(folder + "Setups.ini");
     disc.SetSectionName("SETTINGS");

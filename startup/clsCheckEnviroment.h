@@ -32,8 +32,8 @@ public:
     [[nodiscard]] bool StartCheck() const;
     /// The Internet Explorer check (when PreCheckForIE or WarningIE is on).
     [[nodiscard]] bool PreCheckForIE() const;
-    /// The disc in the drive: the DiscID of the Setups.ini in the product folder (Path) must
-    /// be the one expected; true when nothing is expected.
+    /// The disc in the drive: the DiscID of the Setups.ini in the product folder (Path), when
+    /// that folder has one, must be the one expected; true when nothing is expected.
     [[nodiscard]] bool CheckDisc(const std::string& expectedDiscID) const;
     /// Administrator rights, on the NT family and when CheckForAdmin is on.
     [[nodiscard]] bool CheckAdmin() const;
