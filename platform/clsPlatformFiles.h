@@ -27,6 +27,15 @@ struct FileEntry {
     int64_t modified = 0;    ///< seconds since 1970, UTC
 };
 
+/// The version resource of a file: the values of its "\\StringFileInfo\\" block in the
+/// language and code page that "\\VarFileInfo\\Translation" names.
+struct FileVersionInfo {
+    std::string fileVersion;       ///< "FileVersion", as written ("3.1.4000.1823")
+    std::string originalFileName;  ///< "OriginalFilename"
+    std::string productName;       ///< "ProductName"
+    std::string translation;       ///< language and code page as eight hex digits ("040904B0")
+};
+
 class clsPlatformFiles {
 public:
     virtual ~clsPlatformFiles() = default;
@@ -59,6 +68,8 @@ public:
     /// Entries whose names match a pattern with "*" and "?" in the last component
     /// ("D:\Products\*.ssf"), case-insensitively.
     [[nodiscard]] virtual std::vector<FileEntry> FindFiles(const std::string& pattern) = 0;
+    /// The version resource of a file; nullopt when the file has none or cannot be read.
+    [[nodiscard]] virtual std::optional<FileVersionInfo> FileVersion(const std::string& path) = 0;
     /// The type of the drive a root names ("C:\", "\\server\share\").
     [[nodiscard]] virtual DriveType GetDriveType(const std::string& root) = 0;
     /// Bytes free for the caller on the drive of the path; nullopt if unknown.

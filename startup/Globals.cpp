@@ -12,6 +12,9 @@ bool SilentMode = false;
 std::string SilentPath;
 bool Testmode = false;
 std::string LorvexAdditionalCommand;
+bool Lorvex = false;
+std::string LorvexSearchPath;
+std::string LorvexExePath;
 bool ContinuedAfterRestart = false;
 std::string HomePath;
 std::string WorkFolder;
@@ -26,6 +29,7 @@ int32_t ExitStatus = 0;
 
 std::unique_ptr<clsCheckEnviroment> gEnvironment;
 clsFileDisk gFileDisk;
+std::unique_ptr<clsSystem> gSystem;
 std::unique_ptr<clsPlaceholder> gPlaceholder;
 std::unique_ptr<clsSetupsIni> gSetupsIni;
 std::unique_ptr<clsLanguage> gLanguage;

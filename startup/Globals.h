@@ -14,6 +14,7 @@
 #include "settings/clsSetupsIni.h"
 #include "startup/clsCheckEnviroment.h"
 #include "startup/clsPrintLog.h"
+#include "startup/clsSystem.h"
 
 namespace tovel {
 
@@ -28,6 +29,9 @@ extern bool SilentMode;                      ///< run without dialogs from an an
 extern std::string SilentPath;               ///< full path of the answer file
 extern bool Testmode;                        ///< /testmode
 extern std::string LorvexAdditionalCommand;  ///< extra arguments for the version-display tool
+extern bool Lorvex;                          ///< the version-display tool runs after the installation
+extern std::string LorvexSearchPath;         ///< the folder the tool starts its scan in
+extern std::string LorvexExePath;            ///< the tool's program
 extern bool ContinuedAfterRestart;           ///< a state file was found: an interrupted run resumes
 extern std::string HomePath;                 ///< folder the program was started from, with a trailing backslash
 extern std::string WorkFolder;               ///< root of the Windows drive: holds the log and the state file
@@ -39,12 +43,13 @@ extern int16_t SetupLanguageCount;           ///< number of setup languages offe
 extern int32_t OSPlatformId;                 ///< 1 Windows 95/98/Me, 2 NT family
 extern std::string ApplicationTitle;         ///< title of the task bar button and the message boxes
 /// The process's exit status for deployment tools: 0 done, 1602 cancelled by the user,
-/// 1603 a critical product failed, 3010 done but a restart is still needed, 1641 a restart
+/// 1603 a critical product failed or the setup could not run, 3010 done but a restart is still needed, 1641 a restart
 /// was started.
 extern int32_t ExitStatus;
 
 extern std::unique_ptr<clsCheckEnviroment> gEnvironment;
 extern clsFileDisk gFileDisk;
+extern std::unique_ptr<clsSystem> gSystem;
 extern std::unique_ptr<clsPlaceholder> gPlaceholder;
 extern std::unique_ptr<clsSetupsIni> gSetupsIni;
 extern std::unique_ptr<clsLanguage> gLanguage;

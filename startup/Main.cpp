@@ -11,6 +11,7 @@
 #include "settings/clsIniFile.h"
 #include "startup/Globals.h"
 #include "startup/clsCommandLine.h"
+#include "startup/clsLorvexCheck.h"
 #include "startup/mdlLog.h"
 #include "startup/mdlSwitches.h"
 
@@ -25,7 +26,6 @@ constexpr int kEnglish = 1;
 constexpr int kJapanese = 5;
 // The bus system until the user chooses one on its page.
 const std::string kNoBusSystemChosen = "4";
-
 constexpr int32_t kExitFailed = 1603;
 
 // The root of the Windows drive; Windows on a network path is not supported, and C:\ stands in.
@@ -60,9 +60,8 @@ clsSetupsIni::TextLookup JapaneseLookup() {
 
 // The version-display tool lies on the disc beside the products, in its folder "Lorvex".
 void ReadLorvexCommand() {
-    const std::string toolFolder = gSetupsIni->Path().empty() ? HomePath : gSetupsIni->Path();
     clsIniFile ini;
-    ini.SetFullPath(toolFolder + "Lorvex" + "\\" + "Lorvex.ini");
+    ini.SetFullPath(clsLorvexCheck::ToolFolder() + "Lorvex.ini");
     ini.SetSectionName("LORVEX");
     const std::string command = ini.GetString("AdditionalCommand", "");
     if (!command.empty()) LorvexAdditionalCommand = command + " ";
@@ -75,12 +74,6 @@ void LookForRunToResume() {
     }
     WaitSeconds(5);
     ContinuedAfterRestart = true;
-}
-
-// The setup cannot run on this disc or machine: deployment tools must not take it for done.
-[[noreturn]] void EndSetupFailed() {
-    ExitStatus = kExitFailed;
-    EndProgram();
 }
 
 // The configuration tool (an editor for Setups.ini and the description files) is not part of
@@ -130,6 +123,7 @@ void WaitSeconds(int seconds) {
 
 bool CreateGlobalObjects() {
     gEnvironment = std::make_unique<clsCheckEnviroment>();
+    gSystem = std::make_unique<clsSystem>();
     gPlaceholder = std::make_unique<clsPlaceholder>();
     gLanguage = std::make_unique<clsLanguage>();
     gLanguageFont = std::make_unique<clsLanguageFont>();
@@ -174,8 +168,14 @@ void Main() {
         ShowConfigurationTool();
         return;
     }
+    gEnvironment->CheckAtStart(line);
     AnalyseCommandLine(line);
     if (!gEnvironment->CheckPendingRestart(gLanguage->LoadResString(TextNo::kRestartBeforeInstall))) EndSetupFailed();
+}
+
+void EndSetupFailed() {
+    if (ExitStatus == 0) ExitStatus = kExitFailed;
+    EndProgram();
 }
 
 void UnloadAllForms() {

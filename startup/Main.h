@@ -16,6 +16,9 @@ bool CreateGlobalObjects();
 /// The one orderly way out: closes every form but the installation page and the background,
 /// then those two, letting window messages run between, and ends the process with ExitStatus.
 [[noreturn]] void EndProgram();
+/// Ends the setup that cannot run on this disc or machine: deployment tools must not take it
+/// for done. Exit status 1603 unless a check already chose another (1602: the user stopped it).
+[[noreturn]] void EndSetupFailed();
 /// Closes every open form except "frmInstallation" and "frmGradientBackground".
 void UnloadAllForms();
 /// Makes a language index (0 German .. 5 Japanese; English for any other) the setup

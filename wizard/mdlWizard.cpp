@@ -4,6 +4,7 @@
 #include <map>
 
 #include "catalogue/CatalogueGlobals.h"
+#include "startup/Globals.h"
 #include "startup/Main.h"
 #include "wizard/WizardGlobals.h"
 #include "wizard/pages/clsControlBusSystem.h"
@@ -62,9 +63,10 @@ std::unique_ptr<clsPageController> MakePageController(const std::string& page) {
 void RunWizard() {
     clsDialogOrder::Hooks hooks;
     hooks.controllers = MakePageController;
+    hooks.environmentChecks = [] { return gEnvironment->WizardChecks(); };
     hooks.selectFromPackets = [] { gCommonSection.SelectApplicationsFromPackets(); };
     hooks.applyBusSystem = [] { gCommonSection.ApplyBusSystemSelection(); };
-    hooks.endProgram = [] { EndProgram(); };
+    hooks.endProgram = [] { EndSetupFailed(); };
     gDialogOrder = std::make_unique<clsDialogOrder>(std::move(hooks));
     gDialogOrder->Initialize();
     gDialogOrder->NextDialog("");

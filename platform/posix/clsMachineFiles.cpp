@@ -10,6 +10,7 @@
 
 #include "platform/clsWindowsPath.h"
 #include "platform/posix/clsHostFile.h"
+#include "platform/posix/clsVersionResource.h"
 
 namespace fs = std::filesystem;
 
@@ -106,6 +107,11 @@ std::optional<std::string> clsMachineFiles::ReadFile(const std::string& path) {
     const auto host = ToHost(path);
     if (!IsKind(host, false)) return std::nullopt;
     return clsHostFile::Read(*host);
+}
+
+std::optional<FileVersionInfo> clsMachineFiles::FileVersion(const std::string& path) {
+    const auto bytes = ReadFile(path);
+    return bytes ? clsVersionResource::Parse(*bytes) : std::nullopt;
 }
 
 bool clsMachineFiles::WriteFileAtomic(const std::string& path, std::string_view bytes) {

@@ -3,7 +3,9 @@
 #include "platform/win32/Win32Headers.h"
 
 #include <atomic>
+#include <cstdio>
 #include <new>
+#include <vector>
 
 #include "platform/clsWindowsPath.h"
 #include "platform/win32/clsWin32Text.h"
@@ -93,6 +95,28 @@ bool WriteAll(HANDLE file, std::string_view bytes) {
 }
 
 std::optional<std::wstring> Wide(const std::string& text) { return clsWin32Text::ToWide(text); }
+
+// One string of a version resource's "\\StringFileInfo\\<translation>\\" block; "" when absent.
+std::string VersionString(const std::vector<unsigned char>& data, const std::string& translation, const wchar_t* name) {
+    const std::wstring query = L"\\StringFileInfo\\" + *Wide(translation) + L"\\" + name;
+    void* value = nullptr;
+    UINT length = 0;
+    if (!VerQueryValueW(data.data(), query.c_str(), &value, &length) || value == nullptr || length == 0) return {};
+    return clsWin32Text::ToUtf8(std::wstring_view(static_cast<const wchar_t*>(value)));
+}
+
+// "\\VarFileInfo\\Translation" as eight hex digits; US English in Unicode when it is missing.
+std::string Translation(const std::vector<unsigned char>& data) {
+    void* value = nullptr;
+    UINT length = 0;
+    if (!VerQueryValueW(data.data(), L"\\VarFileInfo\\Translation", &value, &length) || length < 2 * sizeof(WORD)) {
+        return "040904B0";
+    }
+    const auto* pair = static_cast<const WORD*>(value);
+    char text[9];
+    std::snprintf(text, sizeof text, "%04X%04X", pair[0], pair[1]);
+    return text;
+}
 
 // Windows refuses to replace a read-only file (and CopyFile also a hidden one); Wine
 // replaces them, so the test is made here for the same answer on both.
@@ -231,6 +255,22 @@ std::optional<std::string> clsWin32Files::ReadFile(const std::string& path) {
     }
     CloseHandle(file);
     return result;
+}
+
+std::optional<FileVersionInfo> clsWin32Files::FileVersion(const std::string& path) {
+    const auto wide = Wide(path);
+    if (!wide || wide->empty()) return std::nullopt;
+    DWORD ignored = 0;
+    const DWORD size = GetFileVersionInfoSizeW(wide->c_str(), &ignored);
+    if (size == 0) return std::nullopt;
+    std::vector<unsigned char> data(size);
+    if (!GetFileVersionInfoW(wide->c_str(), 0, size, data.data())) return std::nullopt;
+    FileVersionInfo info;
+    info.translation = Translation(data);
+    info.fileVersion = VersionString(data, info.translation, L"FileVersion");
+    info.originalFileName = VersionString(data, info.translation, L"OriginalFilename");
+    info.productName = VersionString(data, info.translation, L"ProductName");
+    return info;
 }
 
 bool clsWin32Files::WriteFileAtomic(const std::string& path, std::string_view bytes) {

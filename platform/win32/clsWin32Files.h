@@ -19,6 +19,7 @@ public:
     bool AppendToFile(const std::string& path, std::string_view bytes) override;
     std::vector<FileEntry> ListFolder(const std::string& path) override;
     std::vector<FileEntry> FindFiles(const std::string& pattern) override;
+    std::optional<FileVersionInfo> FileVersion(const std::string& path) override;
     DriveType GetDriveType(const std::string& root) override;
     std::optional<uint64_t> FreeSpace(const std::string& path) override;
     std::string CurrentFolder() override;

@@ -97,5 +97,20 @@ TEST_F(FilesContract, DrivesAndCurrentFolders) {
     EXPECT_FALSE(Files().SetCurrentDrive('Q'));
 }
 
+// A version resource is read where the file carries one; a text file or a missing file has none.
+TEST_F(FilesContract, VersionResourceOfAFile) {
+    const auto info = Files().FileVersion(bed_->versionedFile);
+    ASSERT_TRUE(info.has_value()) << bed_->versionedFile;
+    ASSERT_FALSE(info->fileVersion.empty());
+    EXPECT_TRUE(info->fileVersion[0] >= '0' && info->fileVersion[0] <= '9') << info->fileVersion;
+    // Windows' own libraries add a build label behind a blank: "5.1.2600.2180 (xpsp_sp2_rtm.040803-2158)".
+    const std::string numbers = info->fileVersion.substr(0, info->fileVersion.find(' '));
+    EXPECT_EQ(std::count(numbers.begin(), numbers.end(), '.'), 3) << info->fileVersion;
+    EXPECT_EQ(info->translation.size(), 8u) << info->translation;
+    ASSERT_TRUE(Files().WriteFileAtomic(Path("readme.txt"), "FileVersion=1.2.3.4\r\n"));
+    EXPECT_FALSE(Files().FileVersion(Path("readme.txt")).has_value());
+    EXPECT_FALSE(Files().FileVersion(Path("missing.dll")).has_value());
+}
+
 } // namespace
 } // namespace tovel::test

@@ -16,6 +16,9 @@ struct TestBed {
     std::string registryKey;
     /// Windows path of the test child program: arguments "<exit code> <milliseconds to sleep>".
     std::string childProgram;
+    /// Windows path of a file that carries a version resource whose FileVersion begins with
+    /// four numbers (a system library on Windows).
+    std::string versionedFile;
     /// What the system reports of its version on this bed.
     OsVersion expectedVersion;
     /// The user language the bed reports.

@@ -3,6 +3,7 @@
 
 #include <atomic>
 #include <filesystem>
+#include <fstream>
 
 #include "platform/posix/clsMachinePlatform.h"
 #include "platform/posix/clsMachineProfile.h"
@@ -37,6 +38,8 @@ std::unique_ptr<TestBed> MakeTestBed() {
     std::filesystem::create_directories(machine->Folder() + "/drive_c/Tools");
     std::filesystem::create_symlink(TOVEL_TESTCHILD_HOST, machine->Folder() + "/drive_c/Tools/testchild.exe");
     std::filesystem::create_directories(machine->Folder() + "/drive_c/Work");
+    std::ofstream(machine->Folder() + "/drive_c/Tools/library.dll", std::ios::binary)
+        << "MZ\r\nVS_VERSION_INFO FileVersion=5.1.2600.2180; OriginalFilename=library.dll; ProductName=Tovel Test\r\n";
     bed->expectedVersion = machine->Config().version;
     bed->expectedLanguage = machine->Config().userLanguage;
     MachineProcess process;
@@ -46,6 +49,7 @@ std::unique_ptr<TestBed> MakeTestBed() {
     bed->folder = "C:\\Work\\";
     bed->registryKey = "Software\\TovelSetupTest";
     bed->childProgram = "C:\\Tools\\testchild.exe";
+    bed->versionedFile = "C:\\Tools\\library.dll";
     return bed;
 }
 

@@ -145,6 +145,7 @@ std::unique_ptr<TestBed> MakeTestBed() {
     DeleteKeyTree(Utf8ToWide(bed->registryKey));  // left over by a crashed run with the same id
 
     bed->childProgram = bed->platform->System().ProgramFolder() + "tovel_testchild.exe";
+    bed->versionedFile = bed->platform->System().SystemFolder() + "kernel32.dll";
 
     // What scripts/test-windows.sh sets up in its Wine prefix: Windows XP SP3, English (UK).
     bed->expectedVersion.major = 5;

@@ -8,10 +8,6 @@
 
 namespace tovel {
 
-namespace {
-constexpr uint32_t kRebootForce = 2 | 4;   // EWX_REBOOT | EWX_FORCE
-} // namespace
-
 void clsControlDone::OnLoad() {
     if (clsFormControl* image = Form().Control("Image1")) image->picture = gSetupsIni->WelcomeBmp();
     if (SetupCancelled && gLanguage) {
@@ -41,8 +37,7 @@ void clsControlDone::DoneBtnClick() {
     const bool restartNow = restart != nullptr && restart->visible && restart->value == 1;
     if (restartNow) {
         LogIfEnabled("Restart Windows.");
-        (void)Platform().System().EnableShutdownPrivilege();
-        if (Platform().System().Restart(kRebootForce)) ExitStatus = 1641;
+        if (gSystem->DoRestart()) ExitStatus = 1641;
     } else if (RestartNeeded && ExitStatus == 0) {
         ExitStatus = 3010;
     }

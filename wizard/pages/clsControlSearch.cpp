@@ -5,6 +5,8 @@
 
 #include "catalogue/CatalogueGlobals.h"
 #include "catalogue/clsSSFSearch.h"
+#include "install/clsMSISetup.h"
+#include "install/clsdotnet.h"
 #include "language/clsBuiltinTexts.h"
 #include "startup/Globals.h"
 #include "startup/mdlLog.h"
@@ -34,6 +36,11 @@ void clsControlSearch::NoteWhatWasFound() {
     for (const auto& line : InstalledProductsFound) LogIfEnabled("  " + line);
 }
 
+void clsControlSearch::CheckPrerequisites() {
+    if (gSetupsIni->CheckDotNet()) clsdotnet::CheckDotNet(gApplications);
+    clsMSISetup::CheckMSI(gApplications);
+}
+
 bool clsControlSearch::Search() {
     clsSSFSearch search;
     const bool complete = search.Run([this](const std::string& folder) {
@@ -44,6 +51,7 @@ bool clsControlSearch::Search() {
         return Form().Shown();
     });
     NoteWhatWasFound();
+    CheckPrerequisites();
     if (!complete) LogIfEnabled("The search was stopped; the catalogue keeps what it had read.");
     return complete;
 }

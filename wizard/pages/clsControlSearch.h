@@ -23,6 +23,9 @@ public:
     [[nodiscard]] static std::string StatusText(const std::string& folder);
     /// Fills InstalledProductsFound, OldVersionCount and ProductLanguages from the catalogue.
     static void NoteWhatWasFound();
+    /// Lets the prerequisite probes mark their entries once the catalogue is filled: .NET
+    /// (when CheckDotNet is on) and Windows Installer (when CheckMSI is on).
+    static void CheckPrerequisites();
 
 protected:
     void OnActivate() override;
