@@ -9,6 +9,7 @@
 #include "catalogue/clsCataloguePlan.h"
 #include "catalogue/clsSSFSearch.h"
 #include "common/mdlMessage.h"
+#include "install/clsInstallPlan.h"
 #include "platform/clsWindowsCommandLine.h"
 #include "platform/clsWindowsPath.h"
 #include "platform/posix/clsMachineBoot.h"
@@ -114,7 +115,7 @@ int PrintPlan() {
     InitGlobals();
     clsSSFSearch().Run();
     std::cout << clsCataloguePlan::Text(gApplications, gPackets, clsSSFSearch::ProductFolder())
-              << "\nLog: " << gLog->LogfileFullPath() << '\n';
+              << clsInstallPlan::Text(gApplications) << "\nLog: " << gLog->LogfileFullPath() << '\n';
     return 0;
 }
 

@@ -39,7 +39,8 @@ public:
     /// The context of this run: the globals, Setups.ini, the placeholders and the machine.
     /// productLanguages: the letters chosen on the product-language page.
     [[nodiscard]] static InstallContext Current(const std::string& productLanguages);
-    /// A drive can be used when the machine knows it and it has a root folder.
+    /// A drive can be written to: a fixed, removable, network or RAM drive. A CD drive, a
+    /// letter without a drive and a root that is no drive letter ("\\server") cannot.
     [[nodiscard]] static bool DriveUsable(const std::string& root);
 };
 
