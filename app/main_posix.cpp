@@ -170,6 +170,7 @@ int main(int argc, char** argv) {
         return PrintPlan();
     }
     clsConsoleRenderer renderer(std::cin, std::cout, clsConsoleRenderer::DetectMode());
+    renderer.SetTimerSleep([](uint32_t ms) { Platform().Clock().Sleep(ms); });
     SetRenderer(&renderer);
     UseMessageForm();
     Main();

@@ -76,6 +76,7 @@ void LookForRunToResume() {
         return;
     }
     WaitSeconds(5);
+    for (const auto& link : clsFileDisk::RemoveResumeLink()) LogIfEnabled("Resume link deleted: " + link);
     ContinuedAfterRestart = true;
 }
 

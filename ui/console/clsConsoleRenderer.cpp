@@ -312,6 +312,18 @@ void clsConsoleRenderer::FireTimers(clsForm& form, const std::string& only) {
     }
 }
 
+void clsConsoleRenderer::Wait(clsForm& form, const ScriptCommand& command) {
+    for (int round = 0; (command.untilLeft || round < command.count) && form.Shown() && !ending_; ++round) {
+        int interval = -1;
+        for (const auto& t : form.Timers()) {
+            if (t.enabled && (interval < 0 || t.intervalMs < interval)) interval = t.intervalMs;
+        }
+        if (interval < 0) return;
+        if (sleep_) sleep_(static_cast<uint32_t>(interval));
+        FireTimers(form, "");
+    }
+}
+
 void clsConsoleRenderer::Perform(Shown& shown, const std::string& line) {
     const ScriptCommand command = clsScriptCommand::Parse(line);
     if (!command.error.empty()) {
@@ -447,14 +459,10 @@ void clsConsoleRenderer::Perform(Shown& shown, const std::string& line) {
         FireTimers(form, only);
         return;
     }
-    case ScriptVerb::Wait: {
+    case ScriptVerb::Wait:
         echo("");
-        for (int round = 0; round < command.count && form.Shown() && !ending_; ++round) {
-            if (std::none_of(form.Timers().begin(), form.Timers().end(), [](const clsFormTimer& t) { return t.enabled; })) break;
-            FireTimers(form, "");
-        }
+        Wait(form, command);
         return;
-    }
     case ScriptVerb::None: return;
     }
 }

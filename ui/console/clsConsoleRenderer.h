@@ -19,6 +19,8 @@
 // while keys are awaited. Keys are read from standard input's terminal and the screen is
 // drawn on standard output's.
 #include <chrono>
+#include <cstdint>
+#include <functional>
 #include <iosfwd>
 #include <memory>
 #include <string>
@@ -57,6 +59,9 @@ public:
     /// End move its chosen line (setting `value`, raising Click, keeping the line in sight).
     /// False when the focus is on no list or the key is not one of those.
     static bool ListKey(clsForm& form, const FormPlace& place, FormView& view, KeyCode key);
+    /// How a script's "wait" lets a timer's interval pass (the machine's clock); without one
+    /// the rounds follow each other at once.
+    void SetTimerSleep(std::function<void(uint32_t milliseconds)> sleep) { sleep_ = std::move(sleep); }
     /// True once the script (or the terminal) has ended.
     [[nodiscard]] bool InputEnded() const { return ending_; }
 
@@ -88,6 +93,8 @@ private:
     void Wrong(const std::string& line, const std::string& why);
     clsFormControl* Target(clsForm& form, const ScriptCommand& command, std::string& why);
     void FireTimers(clsForm& form, const std::string& only);
+    /// The "wait" rounds of a script.
+    void Wait(clsForm& form, const ScriptCommand& command);
     void EndOfInput(Shown& shown);
     void CloseAtEnd(Shown& shown);
 
@@ -119,6 +126,7 @@ private:
     bool inDoEvents_ = false;
     std::chrono::steady_clock::time_point lastDraw_{};
     std::vector<TimerClock> clocks_;
+    std::function<void(uint32_t)> sleep_;
 };
 
 } // namespace tovel
