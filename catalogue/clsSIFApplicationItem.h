@@ -114,6 +114,16 @@ public:
     std::string DestPath;              ///< full path without a trailing backslash: "C:\Program Files\Tovel"
     std::string DataDrive;             ///< the drive for project data: "D:"
 
+    // What the installation run notes for a product and keeps across a restart
+    std::string DeinstallName;         ///< name of the installed version to remove
+    std::string DisplayName;           ///< the product's name in the list of installed programs
+    std::string InstStatusSection;     ///< where the product's setup reports its status
+    std::string InstStatus;            ///< the status it reported
+    /// Megabytes needed on the destination drive for each product language A to E.
+    int32_t DestDrvSpace_A = 0, DestDrvSpace_B = 0, DestDrvSpace_C = 0, DestDrvSpace_D = 0, DestDrvSpace_E = 0;
+    std::string Languages;             ///< letters of the product languages chosen: "AB"
+    std::string InstallationComment;   ///< what the run noted about the product's installation
+
     // The installed version and what to do about it
     std::string InstalledVersion;
     VersionDecision Versions;

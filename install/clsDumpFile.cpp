@@ -1,12 +1,211 @@
 #include "install/clsDumpFile.h"
 
 #include "catalogue/CatalogueGlobals.h"
+#include "common/clsCodePage.h"
+#include "common/mdlMessage.h"
+#include "language/clsBuiltinTexts.h"
+#include "platform/clsPlatform.h"
+#include "platform/clsWindowsCommandLine.h"
+#include "settings/clsIniFile.h"
+#include "settings/clsIniWriter.h"
+#include "startup/Globals.h"
+#include "startup/Main.h"
+#include "startup/mdlLog.h"
 
 namespace tovel {
+namespace {
+
+constexpr const char* kFileName = "INSTDUMP.TMP";
+constexpr const char* kInfo = "Info";
+
+// A value must stay on its line to read back: line breaks and NUL become blanks, and bytes
+// that are no UTF-8 text "?".
+std::string OneLine(const std::string& value) {
+    std::string line = value;
+    for (char& c : line) {
+        if (c == '\r' || c == '\n' || c == '\0') c = ' ';
+    }
+    if (!clsCodePage::IsUtf8(line)) {
+        for (char& c : line) {
+            if (static_cast<unsigned char>(c) >= 0x80) c = '?';
+        }
+    }
+    return line;
+}
+
+std::string Now() {
+    auto& system = Platform().System();
+    const LocalTime now = Platform().Clock().Now();
+    return system.LongDate(now) + " " + system.LongTime(now);
+}
+
+// The program's file name without its extension, as the command line names it.
+std::string ProgramName() {
+    const std::string program = clsWindowsCommandLine::SplitProgram(Platform().System().CommandLine()).program;
+    std::string name = program.substr(program.find_last_of("\\/:") == std::string::npos ? 0 : program.find_last_of("\\/:") + 1);
+    const size_t dot = name.find_last_of('.');
+    if (dot != std::string::npos) name.erase(dot);
+    return name.empty() ? "TovelSetup" : name;
+}
+
+// The disc's name in Setups.ini of the source folder; nullopt when that file is missing.
+std::optional<std::string> SourceDiscName() {
+    const std::string path = HomePath + "Setups.ini";
+    if (!Platform().Files().FileExists(path)) return std::nullopt;
+    clsIniFile ini;
+    ini.SetFullPath(path);
+    ini.SetSectionName("SETTINGS");
+    return ini.GetString("DiscName", "");
+}
+
+// The run state's values as text, to put them back when a resume is given up.
+std::vector<std::string> Snapshot(const RunProgress& progress) {
+    std::vector<std::string> texts;
+    for (const auto& key : RunStateKeys()) texts.push_back(key.Text(progress));
+    return texts;
+}
+
+void PutBack(const std::vector<std::string>& texts, RunProgress& progress) {
+    for (size_t i = 0; i < texts.size(); ++i) (void)RunStateKeys()[i].Restore(progress, texts[i]);
+}
+
+void ApplyLanguage() {
+    if (gLanguage) gLanguage->SetLanguageID(static_cast<uint32_t>(std::stoul(LanguageIndexToCode(DefaultLanguage, 2))));
+}
+
+} // namespace
 
 clsDumpFile::clsDumpFile() : clsDumpFile(gApplications, gPacketItem) {}
 
 clsDumpFile::clsDumpFile(clsSIFApplication& applications, clsSIFPacketItem& packet)
     : applications_(applications), packet_(packet) {}
+
+std::string clsDumpFile::DumpFilePath() { return WorkFolder + kFileName; }
+
+std::string clsDumpFile::ProgramPath() {
+    const bool ends = !HomePath.empty() && (HomePath.back() == '\\' || HomePath.back() == '/');
+    return HomePath + (ends ? "" : "\\") + ProgramName() + ".EXE";
+}
+
+void clsDumpFile::WriteKeys(const KeySink& put) const {
+    const KeySink line = [&](const std::string& section, const std::string& key, const std::string& value) {
+        put(section, key, OneLine(value));
+    };
+    const std::string discName = gSetupsIni ? gSetupsIni->DiscName() : std::string();
+    const std::string version = gSetupsIni ? gSetupsIni->DiscID() + " " + gSetupsIni->Packversion() : std::string(" ");
+    line(kInfo, "Tovelsetuppath", ProgramPath());
+    line(kInfo, "Version", version);
+    line(kInfo, "Discname", discName);
+    line(kInfo, "Interrupted", Now());
+    for (const auto& key : RunStateKeys()) line(key.section, key.key, key.Text(progress_));
+    clsDumpCatalogue::WritePacket(packet_, line);
+    clsDumpCatalogue::WriteApplications(applications_, line);
+}
+
+void clsDumpFile::CreateDumpFile() {
+    try {
+        const std::string path = DumpFilePath();
+        LogIfEnabled("Create Dumpfile Path = " + path);
+        clsIniWriter writer(Platform().System().AnsiCodePage());
+        std::string refused;
+        WriteKeys([&](const std::string& section, const std::string& key, const std::string& value) {
+            std::string error;
+            if (!writer.Put(section, key, value, error) && refused.empty()) refused = key + ": " + error;
+        });
+        if (!refused.empty()) LogIfEnabled("Create Dumpfile: key not written, " + refused);
+        if (!Platform().Files().WriteFileAtomic(path, writer.Bytes())) {
+            LogIfEnabled("Create Dumpfile: " + path + " could not be written; the run cannot resume after the restart.");
+            return;
+        }
+        LogIfEnabled("-------------------------------------------------------");
+        LogIfEnabled("Installation Status Saved. Prepared for System Restart.");
+    } catch (const std::exception& e) {
+        LogIfEnabled(std::string("Error in Modul clsDumpFile Funktion CreateDumpFile: ") + e.what());
+    }
+}
+
+std::optional<clsIniText> clsDumpFile::Load() {
+    const auto bytes = Platform().Files().ReadFile(DumpFilePath());
+    if (!bytes) {
+        LogIfEnabled("Read Dumpfile: " + DumpFilePath() + " cannot be read; the run starts afresh.");
+        return std::nullopt;
+    }
+    std::vector<std::string> warnings;
+    auto text = clsIniText::Parse(*bytes, Platform().System().AnsiCodePage(), warnings);
+    for (const auto& warning : warnings) LogIfEnabled("Read Dumpfile: " + warning);
+    return text;
+}
+
+bool clsDumpFile::RestoreRunState(const clsIniText& text, RunProgress& progress, std::string& problem) const {
+    const auto before = Snapshot(progress);
+    for (const auto& key : RunStateKeys()) {
+        const auto value = text.Value(key.section, key.key);
+        if (value && key.Restore(progress, std::string(clsIniText::Trim(*value)))) continue;
+        problem = std::string(key.section) + " " + key.key + (value ? " unreadable" : " missing");
+        PutBack(before, progress);
+        return false;
+    }
+    return true;
+}
+
+bool clsDumpFile::ReadDumpFile() {
+    try {
+        LogIfEnabled("Read Dumpfile Path = " + DumpFilePath());
+        const auto text = Load();
+        if (!text) return false;
+        const clsDumpCatalogue::KeySource get = [&](const std::string& section, const std::string& key) {
+            const auto value = text->Value(section, key);
+            return value ? std::optional<std::string>(clsIniText::Trim(*value)) : std::nullopt;
+        };
+        std::string problem;
+        clsSIFPacketItem packet;
+        std::vector<clsSIFApplicationItem> items;
+        RunProgress progress = progress_;
+        const auto before = Snapshot(progress);
+        const bool complete = get(kInfo, "Discname") && clsDumpCatalogue::ReadPacket(get, packet, problem) &&
+                              clsDumpCatalogue::ReadApplications(get, items, problem) &&
+                              RestoreRunState(*text, progress, problem);
+        if (!complete) {
+            LogIfEnabled("Read Dumpfile: the file is incomplete or damaged (" +
+                         (problem.empty() ? std::string("Info Discname missing") : problem) + "); the run starts afresh.");
+            return false;
+        }
+        // The globals hold the file's values now; a refused disc puts them back.
+        if (!CheckDumpDisc()) {
+            PutBack(before, progress);
+            return false;
+        }
+        progress_ = std::move(progress);
+        packet_ = std::move(packet);
+        applications_.RemoveAllItem();
+        for (auto& item : items) applications_.AddItem(std::move(item));
+        ApplyLanguage();
+        return true;
+    } catch (const std::exception& e) {
+        LogIfEnabled(std::string("Error in Modul clsDumpFile Funktion ReadDumpFile: ") + e.what());
+    }
+    return false;
+}
+
+bool clsDumpFile::CheckDumpDisc() {
+    try {
+        clsIniFile dump;
+        dump.SetFullPath(DumpFilePath());
+        dump.SetSectionName(kInfo);
+        const std::string wanted = dump.GetString("Discname", "");
+        // Cancel is the default button, so an unattended run gives up instead of asking forever.
+        while (SourceDiscName() != wanted) {
+            const std::string text = gLanguage ? gLanguage->LoadResString(TextNo::kResumeInsertDisc, {wanted}) : wanted;
+            if (MsgBox(text, mb::kOkCancel | mb::kIconQuestion | mb::kDefaultButton2, ApplicationTitle) != mb::kIdOk) {
+                LogIfEnabled("Read Dumpfile: the disc \"" + wanted + "\" was not inserted; the run starts afresh.");
+                return false;
+            }
+        }
+        return true;
+    } catch (const std::exception& e) {
+        LogIfEnabled(std::string("Error in Modul clsDumpFile Funktion CheckDumpDisc: ") + e.what());
+    }
+    return false;
+}
 
 } // namespace tovel

@@ -11,9 +11,11 @@
 // the old file or the new one. A file that is cut short, damaged or from another disc is
 // refused whole; nothing read from it is kept (docs/INSTALL.md).
 #include <cstdint>
-#include <functional>
+#include <optional>
 #include <string>
 
+#include "install/clsDumpCatalogue.h"
+#include "settings/clsIniText.h"
 #include "startup/RunState.h"
 
 namespace tovel {
@@ -23,8 +25,8 @@ class clsSIFPacketItem;
 
 class clsDumpFile {
 public:
-    /// One key as written: section, key name, value.
-    using KeySink = std::function<void(const std::string& section, const std::string& key, const std::string& value)>;
+    /// Takes one key as written: section, key name, value.
+    using KeySink = clsDumpCatalogue::KeySink;
 
     /// Works on the run's catalogue and packet (gApplications, gPacketItem).
     clsDumpFile();
@@ -64,6 +66,12 @@ public:
     [[nodiscard]] static std::string ProgramPath();
 
 private:
+    /// The state file's text, parsed; nullopt (logged) when it cannot be read.
+    [[nodiscard]] static std::optional<clsIniText> Load();
+    /// Sets the run state from the file; on a value that cannot be read, every value is set
+    /// back to what it was and false is returned.
+    [[nodiscard]] bool RestoreRunState(const clsIniText& text, RunProgress& progress, std::string& problem) const;
+
     clsSIFApplication& applications_;
     clsSIFPacketItem& packet_;
     RunProgress progress_;

@@ -243,8 +243,7 @@ int32_t clsIniText::ProfileInt(std::string_view value) {
         if (digit >= base) break;
         total = total * base + digit;   // wraps at 2^32, as the Windows conversion does
     }
-    if (negative) return 0;
-    return static_cast<int32_t>(total);
+    return static_cast<int32_t>(negative ? 0u - total : total);
 }
 
 void clsIniText::Classify(Line& line) {
@@ -466,8 +465,12 @@ std::string clsIniText::EncodeText(std::string_view text) const {
     case IniEncoding::Utf16Be: return EncodeUtf16(text, encoding_ == IniEncoding::Utf16Be);
     case IniEncoding::Ansi: break;
     }
+    return AnsiBytes(text, ansiCodePage_);
+}
+
+std::string clsIniText::AnsiBytes(std::string_view text, uint32_t codePage) {
     if (IsAscii(text)) return std::string(text);
-    if (auto bytes = clsCodePage::FromUtf8(text, ansiCodePage_)) return std::move(*bytes);
+    if (auto bytes = clsCodePage::FromUtf8(text, codePage)) return std::move(*bytes);
     // A code page the machine cannot convert: what is not ASCII becomes "?", as a character
     // the code page lacks does.
     std::string bytes;
@@ -478,11 +481,15 @@ std::string clsIniText::EncodeText(std::string_view text) const {
     return bytes;
 }
 
+std::string clsIniText::AnsiText(std::string_view bytes, uint32_t codePage) {
+    if (IsAscii(bytes)) return std::string(bytes);
+    if (auto back = clsCodePage::ToUtf8(bytes, codePage)) return std::move(*back);
+    return LenientAnsi(bytes, codePage);
+}
+
 std::string clsIniText::DecodeBack(std::string_view bytes, std::string_view text) const {
     if (encoding_ != IniEncoding::Ansi) return std::string(text);
-    if (IsAscii(bytes)) return std::string(bytes);
-    if (auto back = clsCodePage::ToUtf8(bytes, ansiCodePage_)) return std::move(*back);
-    return LenientAnsi(bytes, ansiCodePage_);
+    return AnsiText(bytes, ansiCodePage_);
 }
 
 bool clsIniText::Writable(std::string_view name) const { return DecodeBack(EncodeText(name), name) == name; }
@@ -526,19 +533,25 @@ void clsIniText::InsertLine(size_t at, Line line) {
     lines_.insert(lines_.begin() + static_cast<std::ptrdiff_t>(at), std::move(line));
 }
 
-bool clsIniText::SetValue(std::string_view section, std::string_view key, std::string_view value, std::string& error) {
-    error.clear();
+std::string clsIniText::WriteRefusal(std::string_view section, std::string_view key, std::string_view value) {
     const std::string_view sectionName = Trim(section);
     const std::string_view keyName = Trim(key);
-    if (sectionName.empty()) error = "no section name";
-    else if (keyName.empty()) error = "no key name";
-    else if (HasLineBreakOrNul(section) || HasLineBreakOrNul(key) || HasLineBreakOrNul(value))
-        error = "a line break or NUL in the section, key or value";
-    else if (keyName.find('=') != std::string_view::npos || keyName.front() == ';' || keyName.front() == '[')
-        error = "the key name \"" + std::string(keyName) + "\" would not read back as a key";
-    else if (!clsCodePage::IsUtf8(section) || !clsCodePage::IsUtf8(key) || !clsCodePage::IsUtf8(value))
-        error = "text that is not UTF-8";
+    if (sectionName.empty()) return "no section name";
+    if (keyName.empty()) return "no key name";
+    if (HasLineBreakOrNul(section) || HasLineBreakOrNul(key) || HasLineBreakOrNul(value))
+        return "a line break or NUL in the section, key or value";
+    if (keyName.find('=') != std::string_view::npos || keyName.front() == ';' || keyName.front() == '[')
+        return "the key name \"" + std::string(keyName) + "\" would not read back as a key";
+    if (!clsCodePage::IsUtf8(section) || !clsCodePage::IsUtf8(key) || !clsCodePage::IsUtf8(value))
+        return "text that is not UTF-8";
+    return {};
+}
+
+bool clsIniText::SetValue(std::string_view section, std::string_view key, std::string_view value, std::string& error) {
+    error = WriteRefusal(section, key, value);
     if (!error.empty()) return false;
+    const std::string_view sectionName = Trim(section);
+    const std::string_view keyName = Trim(key);
 
     const Section* block = FirstBlock(sectionName);
     const auto index = block != nullptr ? FindKey(*block, keyName) : std::nullopt;

@@ -73,6 +73,13 @@ public:
     /// encoding cannot hold) is refused with the reason in error; a character of a value the
     /// code page lacks is written, and from then on read, as "?".
     bool SetValue(std::string_view section, std::string_view key, std::string_view value, std::string& error);
+    /// Why SetValue refuses to write this section, key and value in any file ("" when it
+    /// does not): what would not read back as written.
+    [[nodiscard]] static std::string WriteRefusal(std::string_view section, std::string_view key, std::string_view value);
+    /// UTF-8 text as bytes of an ANSI code page; a character the code page lacks becomes "?".
+    [[nodiscard]] static std::string AnsiBytes(std::string_view text, uint32_t codePage);
+    /// Bytes of an ANSI code page as UTF-8 text.
+    [[nodiscard]] static std::string AnsiText(std::string_view bytes, uint32_t codePage);
     /// Removes every line of the key in every block of the section. True if any was removed.
     bool RemoveKey(std::string_view section, std::string_view key);
     /// Removes every block of the section, from its "[name]" line to the next section. True
@@ -84,8 +91,9 @@ public:
 
     /// A value read as GetPrivateProfileInt reads it: blanks, then "+" or "-", then "0x",
     /// "0o" or "0b" for hexadecimal, octal or binary, then as many digits as there are,
-    /// wrapping at 2^32; no digits give 0. A negative number gives 0, as the function's
-    /// documentation says (Wine gives the negative number).
+    /// wrapping at 2^32, then negated after a "-"; no digits give 0. A negative number stays
+    /// negative, as Windows and Wine return it (an exit code such as -1073741819 survives),
+    /// whatever the function's documentation says.
     [[nodiscard]] static int32_t ProfileInt(std::string_view value);
     /// Names as the profile functions compare them: trimmed of blanks and tabs, case folded.
     [[nodiscard]] static std::string FoldName(std::string_view name);

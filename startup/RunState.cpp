@@ -7,17 +7,6 @@
 namespace tovel {
 namespace {
 
-// What the writer writes for a number: an optional "-" and digits. Anything else in the file
-// is damage, even where the profile function would read some number from it.
-bool IsDecimal(const std::string& text) {
-    const size_t start = !text.empty() && text[0] == '-' ? 1 : 0;
-    if (text.size() == start) return false;
-    for (size_t i = start; i < text.size(); ++i) {
-        if (text[i] < '0' || text[i] > '9') return false;
-    }
-    return true;
-}
-
 struct Printer {
     const RunProgress& progress;
     bool lines;
@@ -47,12 +36,11 @@ struct Setter {
         progress.*field = text;
         return true;
     }
-    // Read as the profile function reads numbers, so a crash code such as -1073741819 stays.
     template <typename Integer>
     bool Number(Integer& value) const {
-        if (!IsDecimal(text)) return false;
-        value = static_cast<Integer>(clsIniText::ProfileInt(text));
-        return true;
+        const auto number = StoredNumber(text);
+        if (number) value = static_cast<Integer>(*number);
+        return number.has_value();
     }
 };
 
@@ -74,6 +62,18 @@ const std::vector<RunStateKey>& RunStateKeys() {
         {"Parameters", "NoOSCheck", &NoOSCheck},
     };
     return keys;
+}
+
+// What the writer writes for a number: an optional "-" and digits. Anything else in the file
+// is damage, even where the profile function would read some number from it. The number is
+// read as the profile function reads it, so a crash code such as -1073741819 stays.
+std::optional<int32_t> StoredNumber(const std::string& text) {
+    const size_t start = !text.empty() && text[0] == '-' ? 1 : 0;
+    if (text.size() == start) return std::nullopt;
+    for (size_t i = start; i < text.size(); ++i) {
+        if (text[i] < '0' || text[i] > '9') return std::nullopt;
+    }
+    return clsIniText::ProfileInt(text);
 }
 
 std::string EscapeLines(const std::string& text) {

@@ -4,6 +4,7 @@
 // state file walk the one list RunStateKeys(), so a value added here is saved and restored
 // alike.
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <variant>
 #include <vector>
@@ -41,6 +42,10 @@ struct RunStateKey {
 
 /// Every value of the run state, in the order the state file holds them.
 [[nodiscard]] const std::vector<RunStateKey>& RunStateKeys();
+
+/// A number as the state file holds it (an optional "-" and decimal digits), read as the
+/// profile function reads numbers; nullopt for any other text.
+[[nodiscard]] std::optional<int32_t> StoredNumber(const std::string& text);
 
 /// Text with CR, LF and backslashes escaped ("\r", "\n", "\\"), so it fits on one line.
 [[nodiscard]] std::string EscapeLines(const std::string& text);

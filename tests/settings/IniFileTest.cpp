@@ -165,11 +165,11 @@ TEST_F(IniFile, IntegersAsGetPrivateProfileIntReadsThem) {
         "[I]\r\na=12\r\nb=-5\r\nc=+7\r\nd=0x1A\r\ne=0X1A\r\nf= 12abc\r\ng=abc\r\nh=\r\ni=4294967297\r\n"
         "j=2147483648\r\nk=-2147483649\r\nl=0b101\r\nm=0o17\r\nn=012\r\no=\"42\"\r\np=- 5\r\nq=1 2\r\n"
         "r=0x\r\ns=-0x10\r\nt=99999999999999999999\r\nu=\"  \"\r\nv=ff\r\nw=0xfF\r\n");
-    // Negative numbers give 0 as the function's documentation says; Wine gives them as they are.
+    // Negative numbers stay negative, as Windows returns them; "-2147483649" wraps at 2^32.
     const std::pair<const char*, int32_t> cases[] = {
-        {"a", 12}, {"b", 0}, {"c", 7}, {"d", 26}, {"e", 0}, {"f", 12}, {"g", 0}, {"h", 77}, {"i", 1},
-        {"j", INT32_MIN}, {"k", 0}, {"l", 5}, {"m", 15}, {"n", 12}, {"o", 42}, {"p", 0}, {"q", 1}, {"r", 0},
-        {"s", 0}, {"t", 1661992959}, {"u", 0}, {"v", 0}, {"w", 255}, {"missing", 77},
+        {"a", 12}, {"b", -5}, {"c", 7}, {"d", 26}, {"e", 0}, {"f", 12}, {"g", 0}, {"h", 77}, {"i", 1},
+        {"j", INT32_MIN}, {"k", INT32_MAX}, {"l", 5}, {"m", 15}, {"n", 12}, {"o", 42}, {"p", 0}, {"q", 1}, {"r", 0},
+        {"s", -16}, {"t", 1661992959}, {"u", 0}, {"v", 0}, {"w", 255}, {"missing", 77},
     };
     auto ini = Open("i.ini", "i");
     for (const auto& [key, expected] : cases) EXPECT_EQ(ini.GetInt(key, 77), expected) << key;

@@ -1,0 +1,46 @@
+#include "settings/clsIniWriter.h"
+
+#include "settings/clsIniText.h"
+
+namespace tovel {
+
+bool clsIniWriter::Put(std::string_view section, std::string_view key, std::string_view value, std::string& error) {
+    error = clsIniText::WriteRefusal(section, key, value);
+    if (!error.empty()) return false;
+    const std::string_view sectionName = clsIniText::Trim(section);
+    const std::string_view keyName = clsIniText::Trim(key);
+    if (sectionName != current_ && !StartSection(sectionName, error)) return false;
+    if (!Writable(keyName)) {
+        error = "the key name cannot be written in code page " + std::to_string(codePage_);
+        return false;
+    }
+    bytes_ += clsIniText::AnsiBytes(keyName, codePage_);
+    bytes_ += '=';
+    bytes_ += clsIniText::AnsiBytes(value, codePage_);
+    bytes_ += "\r\n";
+    return true;
+}
+
+bool clsIniWriter::Writable(std::string_view name) const {
+    return clsIniText::AnsiText(clsIniText::AnsiBytes(name, codePage_), codePage_) == name;
+}
+
+bool clsIniWriter::StartSection(std::string_view name, std::string& error) {
+    const std::string folded = clsIniText::FoldName(name);
+    if (!current_.empty() && folded == clsIniText::FoldName(current_)) return true;   // the same, in other case
+    if (closed_.contains(folded)) {
+        error = "the section [" + std::string(name) + "] was closed before";
+        return false;
+    }
+    if (!Writable(name)) {
+        error = "the section name cannot be written in code page " + std::to_string(codePage_);
+        return false;
+    }
+    if (!current_.empty()) closed_.insert(clsIniText::FoldName(current_));
+    current_ = std::string(name);
+    bytes_ += clsIniText::AnsiBytes("[" + current_ + "]", codePage_);
+    bytes_ += "\r\n";
+    return true;
+}
+
+} // namespace tovel
