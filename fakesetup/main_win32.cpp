@@ -24,10 +24,7 @@ std::string SelfPath() {
 int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int) {
     InstallPlatform(MakeWin32Platform());
     const auto arguments = clsWindowsCommandLine::SplitArguments(Platform().System().CommandLine());
-    uint32_t code = 0;
-    {
-        clsFakeWindowWin32 window;
-        code = clsFakeSetup(SelfPath(), arguments, window).Run();
-    }
-    Platform().System().EndProcess(code);
+    clsFakeWindowWin32 window;
+    // Windows keeps all 32 bits of what WinMain returns.
+    return static_cast<int>(clsFakeSetup(SelfPath(), arguments, window).Run());
 }
