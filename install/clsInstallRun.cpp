@@ -1,5 +1,6 @@
 #include "install/clsInstallRun.h"
 
+#include <algorithm>
 #include <exception>
 
 #include "common/mdlEvents.h"
@@ -36,10 +37,16 @@ clsInstallRun::clsInstallRun(clsInstallView& view, std::vector<InstallStep> step
     : view_(view), steps_(std::move(steps)), applications_(applications),
       notStartOnEnd_(clsSetupResult::NotStartOnEndPrograms(applications)) {}
 
-void clsInstallRun::ResumeAt(int16_t position, const std::string& failedLines) {
-    nextPosition_ = position > 1 ? position : 1;
-    startOffset_ = nextPosition_ - 1;
+void clsInstallRun::ResumeAt(int16_t position, int32_t setupStatus, const std::string& failedLines) {
     failed_ = failedLines;
+    if (position < 1) return;   // the restart came before any product
+    // The product that asked for the restart has ended: the first tick evaluates it (its
+    // results were deleted with the restart, so it counts as done) and goes on after it.
+    startOffset_ = std::min<int>(position, ProductCount());
+    nextPosition_ = startOffset_ + 1;
+    started_ = true;
+    processSeen_ = true;   // no blind wait for a process that ended before the restart
+    resumedStatus_ = static_cast<uint32_t>(setupStatus);
 }
 
 bool clsInstallRun::Tick() {
@@ -92,12 +99,13 @@ void clsInstallRun::GoOn() {
 
 bool clsInstallRun::Evaluate() {
     started_ = false;
+    const uint32_t exitCode = processId_ ? exitCode_ : resumedStatus_;
     if (processId_) Platform().Processes().Release(*processId_);
     processId_.reset();
     const InstallStep& step = steps_[static_cast<size_t>(nextPosition_ - 2)];
     clsOptionFile file;
     file.ReadOptionFileResults(step.optionFilePath);
-    const SetupOutcome outcome = clsSetupResult::Interpret(file.Results(), exitCode_, step.critical, notStartOnEnd_);
+    const SetupOutcome outcome = clsSetupResult::Interpret(file.Results(), exitCode, step.critical, notStartOnEnd_);
     for (const auto& line : outcome.logLines) LogIfEnabled(line);
     view_.ShowProductStatus(step.position, Text(outcome.failed ? TextNo::kStatusFailed : TextNo::kStatusInstalled));
     if (outcome.failed) failed_ += step.caption + "\r\n";
@@ -195,21 +203,21 @@ void clsInstallRun::End(bool complete) {
     view_.LeavePage();
 }
 
-int16_t clsInstallRun::ResumePosition() const {
-    // Back to the product last started, so that it runs again; a run that has started
-    // nothing yet stays where it is.
-    return static_cast<int16_t>(nextPosition_ > startOffset_ + 1 ? nextPosition_ - 1 : nextPosition_);
+int16_t clsInstallRun::ResumePosition(bool rerunStarted) const {
+    const int last = nextPosition_ - 1;
+    return static_cast<int16_t>(std::max(0, rerunStarted && started_ ? last - 1 : last));
 }
 
 void clsInstallRun::StopForRestart(bool registerRunOnce) {
     stopped_ = true;
     complete_ = false;
-    clsRestartNow::Prepare({ResumePosition(), static_cast<int32_t>(exitCode_), command_, failed_, registerRunOnce});
+    clsRestartNow::Prepare({ResumePosition(false), static_cast<int32_t>(exitCode_), command_, failed_, registerRunOnce});
     view_.ClosePage();
 }
 
 void clsInstallRun::SaveForShutdown() const {
-    clsRestartNow::SaveForResume({ResumePosition(), static_cast<int32_t>(exitCode_), command_, failed_, true});
+    // A setup cut off by the shutdown runs again.
+    clsRestartNow::SaveForResume({ResumePosition(true), static_cast<int32_t>(exitCode_), command_, failed_, true});
 }
 
 std::vector<std::string> clsInstallRun::TitlesOf(const InstallStep& step) const {

@@ -31,9 +31,10 @@ public:
     /// comes from the catalogue.
     clsInstallRun(clsInstallView& view, std::vector<InstallStep> steps, const clsSIFApplication& applications);
 
-    /// Goes on after a restart: position is the product to go on with, failedLines the
-    /// products that failed before (CR LF after each). Before the first tick.
-    void ResumeAt(int16_t position, const std::string& failedLines);
+    /// Goes on after a restart, before the first tick: position is the product whose setup
+    /// asked for the restart (0: none had started), setupStatus its exit code, failedLines
+    /// the products that failed before (CR LF after each). The run goes on after it.
+    void ResumeAt(int16_t position, int32_t setupStatus, const std::string& failedLines);
     /// One step of the run; false when the run has stopped (the timer stays off).
     [[nodiscard]] bool Tick();
     /// The page ends the run (the user aborted): no further tick does anything.
@@ -71,8 +72,9 @@ private:
     void StartProgramsAtEnd() const;
     void End(bool complete);
     void StopForRestart(bool registerRunOnce);
-    /// The position saved for a resume: the product running (or the first).
-    [[nodiscard]] int16_t ResumePosition() const;
+    /// The position saved for a resume: the product last started (0: none), or the one
+    /// before it when a setup still running is to run again.
+    [[nodiscard]] int16_t ResumePosition(bool rerunStarted) const;
     [[nodiscard]] std::vector<std::string> TitlesOf(const InstallStep& step) const;
     [[nodiscard]] int ProductCount() const { return static_cast<int>(steps_.size()); }
 
@@ -85,6 +87,7 @@ private:
     bool processSeen_ = false;
     int32_t tickCounter_ = 0;
     uint32_t exitCode_ = 0;
+    uint32_t resumedStatus_ = 0;    ///< the exit code of the setup that asked for the restart
     std::optional<uint32_t> processId_;
     std::string command_;
     int startOffset_ = 0;

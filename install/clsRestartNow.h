@@ -9,7 +9,7 @@ namespace tovel {
 
 /// Where the run stands when it stops for a restart.
 struct RestartState {
-    int16_t position = 1;        ///< the product to go on with
+    int16_t position = 0;        ///< the product that asked for the restart (0: none started)
     int32_t setupStatus = 0;     ///< the exit code of the product's setup
     std::string commandLine;     ///< the product's command line
     std::string setupFailed;     ///< the products failed so far, lines ended by CR LF

@@ -205,7 +205,9 @@ TEST_F(InstallRunTest, ASetupWithoutWindowsCountsAsRunningFor20TicksWhenMoreProd
         const int32_t before = Run().TickCounter();
         ASSERT_LT(before, 400);
         ASSERT_TRUE(Run().Tick());
-        if (Run().NextPosition() == 3) EXPECT_EQ(before + 1, 20);
+        if (Run().NextPosition() == 3) {
+            EXPECT_EQ(before + 1, 20);
+        }
         std::this_thread::sleep_for(std::chrono::milliseconds(5));
     }
     TickToEnd();
@@ -295,24 +297,36 @@ TEST_F(InstallRunTest, AWrongDcomDefaultIsChangedAndRestartsBeforeAnyProduct) {
     EXPECT_EQ(HklmValue("SOFTWARE\\Microsoft\\OLE", "LegacyImpersonationLevelOld"), "3");
     EXPECT_EQ(HklmValue("SOFTWARE\\Microsoft\\OLE", "LegacyAuthenticationLevelOld"), "2");
     EXPECT_EQ(HklmValue(kRunOnce, "ZZZ_TovelSetup"), clsDumpFile::ProgramPath());
-    EXPECT_TRUE(Exists("C:\\INSTDUMP.TMP"));
+    clsIniFile dump;
+    dump.SetFullPath("C:\\INSTDUMP.TMP");
+    dump.SetSectionName("Parameters");
+    EXPECT_EQ(dump.GetString("RunningSetupIndex", ""), "0");   // nothing started yet
     // Once set, the check lets the resumed run go on; on the 9x family it never acts.
     EXPECT_FALSE(clsDcomCheck::ChangedForRestart(true, 2));
     ASSERT_TRUE(clsRegistry(RegRoot::LocalMachine, "SOFTWARE\\Microsoft\\OLE").DeleteValue("LegacyImpersonationLevel"));
     EXPECT_FALSE(clsDcomCheck::ChangedForRestart(true, 1));
 }
 
-TEST_F(InstallRunTest, AResumedRunGoesOnFromItsPositionAndCountsOnlyItsOwnProducts) {
-    Disc({{"DONE1", ""}, {"DONE2", ""}, {"AGAIN", ""}, {"REST", ""}});
-    Run().ResumeAt(3, "Product DONE2\r\n");
+TEST_F(InstallRunTest, AResumedRunGoesOnAfterTheProductThatAskedAndCountsOnlyItsOwnProducts) {
+    Disc({{"DONE", ""}, {"ASKED", ""}, {"NEXT", ""}, {"REST", ""}});
+    Run().ResumeAt(2, 3010, "Product DONE\r\n");
     TickToEnd();
     EXPECT_TRUE(Run().Complete());
-    EXPECT_EQ(FakeLog().find("DONE1:"), std::string::npos);
-    EXPECT_EQ(FakeLog().find("DONE2:"), std::string::npos);
-    EXPECT_NE(FakeLog().find("AGAIN: start"), std::string::npos);
+    EXPECT_EQ(FakeLog().find("DONE:"), std::string::npos);
+    EXPECT_EQ(FakeLog().find("ASKED:"), std::string::npos);
+    EXPECT_NE(FakeLog().find("NEXT: start"), std::string::npos);
     EXPECT_NE(FakeLog().find("REST: start"), std::string::npos);
+    EXPECT_NE(LogText().find("Setup Exitcode: 3010"), std::string::npos);
     EXPECT_EQ(view_.total, 2);
-    EXPECT_EQ(Run().FailedLines(), "Product DONE2\r\n");
+    EXPECT_EQ(Run().FailedLines(), "Product DONE\r\n");
+}
+
+TEST_F(InstallRunTest, ARunResumedBeforeAnyProductStartsWithTheFirst) {
+    Disc({{"FIRST", ""}});
+    Run().ResumeAt(0, 0, "");
+    TickToEnd();
+    EXPECT_NE(FakeLog().find("FIRST: start"), std::string::npos);
+    EXPECT_TRUE(Run().Complete());
 }
 
 } // namespace

@@ -39,7 +39,7 @@ void clsControlInstall::ListSelectedProducts() {
     }
 }
 
-bool clsControlInstall::ReadState(int16_t& position, std::string& failedLines) {
+bool clsControlInstall::ReadState(int16_t& position, int32_t& status, std::string& failedLines) {
     clsDumpFile dump;
     if (!dump.CheckDumpDisc()) {
         // The state file stays: a start with the right disc goes on from it.
@@ -56,15 +56,17 @@ bool clsControlInstall::ReadState(int16_t& position, std::string& failedLines) {
         return false;
     }
     position = dump.RunningSetupIndex();
+    status = dump.SetupStatus();
     failedLines = dump.SetupFailed();
     return true;
 }
 
 void clsControlInstall::OnLoad() {
-    int16_t position = 1;
+    int16_t position = 0;
+    int32_t status = 0;
     std::string failedLines;
     if (ContinuedAfterRestart) {
-        if (!ReadState(position, failedLines)) {
+        if (!ReadState(position, status, failedLines)) {
             LeavePage();
             return;
         }
@@ -75,7 +77,7 @@ void clsControlInstall::OnLoad() {
         clsInstallPlan::Make(gApplications, gPacketItem.ProductCodes(), clsInstallContext::Current(ProductLanguages));
     FillProductLines(steps);
     run_ = std::make_unique<clsInstallRun>(*this, std::move(steps), gApplications);
-    if (ContinuedAfterRestart) run_->ResumeAt(position, failedLines);
+    if (ContinuedAfterRestart) run_->ResumeAt(position, status, failedLines);
     LogHeading("Installation");
     SetTimer(true);
 }

@@ -50,7 +50,7 @@ private:
     /// The products chosen, in the catalogue's order, become the packet's list to install.
     static void ListSelectedProducts();
     /// Reads the state file; false (and the page left) when the run cannot go on.
-    [[nodiscard]] bool ReadState(int16_t& position, std::string& failedLines);
+    [[nodiscard]] bool ReadState(int16_t& position, int32_t& status, std::string& failedLines);
     void FillProductLines(const std::vector<InstallStep>& steps);
     void JobTimer1Timer();
     void AbordBtnClick();
