@@ -122,11 +122,25 @@ bool clsOptionFile::CreateOptionFile(const InstallStep& step) {
     if (files.FileExists(step.optionFilePath)) (void)files.DeleteFile(step.optionFilePath);
     clsIniFile ini;
     ini.SetFullPath(step.optionFilePath);
+    WriteDescription(ini, step);
+    WriteRequests(ini, step);
+    ini.SetSectionName("RESULTS");
+    ini.PutString("SetupSucceeded", "");
+    ini.PutString("RebootRequested", "");
+    if (files.FileExists(step.optionFilePath)) return true;
+    LogIfEnabled("OPFile can not be created.");
+    return false;
+}
+
+void clsOptionFile::WriteDescription(clsIniFile& ini, const InstallStep& step) {
     ini.SetSectionName("Description");
     ini.PutString("Note", "Option File from TOVEL_SETUP");
     ini.PutString("ProductDescription", step.description);
     ini.PutString("FileName", step.setupFile);
     ini.PutString("Parameters", step.parameters);
+}
+
+void clsOptionFile::WriteRequests(clsIniFile& ini, const InstallStep& step) {
     ini.SetSectionName("SETUPREQUESTS");
     LogSection("SETUPREQUESTS");
     for (const auto& request : step.requests) {
@@ -139,12 +153,6 @@ bool clsOptionFile::CreateOptionFile(const InstallStep& step) {
         ini.PutString(extra.key, extra.value);
         LogIfEnabled(std::string(kIndent) + "KEY: " + extra.key + " überschrieben. Wert: " + extra.value);
     }
-    ini.SetSectionName("RESULTS");
-    ini.PutString("SetupSucceeded", "");
-    ini.PutString("RebootRequested", "");
-    if (files.FileExists(step.optionFilePath)) return true;
-    LogIfEnabled("OPFile can not be created.");
-    return false;
 }
 
 void clsOptionFile::ReadOptionFileResults(const std::string& path) {

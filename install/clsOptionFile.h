@@ -11,6 +11,8 @@
 
 namespace tovel {
 
+class clsIniFile;
+
 /// What a product's setup wrote into RESULTS, as read.
 struct OptionFileResults {
     std::string SetupSucceeded;         ///< "" when not written
@@ -62,6 +64,10 @@ public:
     [[nodiscard]] std::string StartOnEndParameter(int n) const;
 
 private:
+    static void WriteDescription(clsIniFile& ini, const InstallStep& step);
+    /// The standard requests, then the extra entries with their two log lines.
+    static void WriteRequests(clsIniFile& ini, const InstallStep& step);
+
     OptionFileResults results_;
 };
 
