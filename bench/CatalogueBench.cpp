@@ -10,8 +10,6 @@
 // the same run, so they hold across machines where times do not.
 //
 //   tovel_bench_catalogue [products] [passes] [ordered]
-#include <unistd.h>
-
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
@@ -26,9 +24,8 @@
 #include "bench/SyntheticDisc.h"
 #include "catalogue/CatalogueGlobals.h"
 #include "catalogue/clsSSFSearch.h"
+#include "bench/BenchMachine.h"
 #include "bench/BenchTiming.h"
-#include "platform/posix/clsMachinePlatform.h"
-#include "platform/posix/clsMachineProfile.h"
 #include "settings/clsIniFile.h"
 #include "settings/clsPlaceholder.h"
 #include "settings/clsSetupsIni.h"
@@ -90,14 +87,8 @@ int main(int argc, char** argv) {
     const int products = argc > 1 ? std::max(1, std::atoi(argv[1])) : 1000;
     const int passes = argc > 2 ? std::max(1, std::atoi(argv[2])) : 5;
     const int ordered = argc > 3 ? std::max(1, std::atoi(argv[3])) : 10000;
-    const std::string host = (std::filesystem::temp_directory_path() / ("tovel-bench-catalogue-" + std::to_string(getpid()))).string();
-    std::filesystem::remove_all(host);
-    std::string error;
-    auto machine = clsMachine::Create(host, clsMachineProfile::Default(), error);
-    if (!machine) return Fail(error);
-    auto platform = clsMachinePlatform::Make(std::move(machine), MachineProcess{}, error);
-    if (!platform) return Fail(error);
-    InstallPlatform(std::move(platform));
+    std::string host, error;
+    if (!InstallFreshMachine("catalogue", host, error)) return Fail(error);
     clsIniFile::SetReporter([](const std::string& message) { std::fprintf(stderr, "tovel_bench_catalogue: %s\n", message.c_str()); });
 
     bench::SyntheticDisc disc;

@@ -5,8 +5,6 @@
 // ratios compare passes of the same run, so they hold across machines where times do not.
 //
 //   tovel_bench_ini [files] [passes]
-#include <unistd.h>
-
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
@@ -17,9 +15,8 @@
 #include <thread>
 #include <vector>
 
+#include "bench/BenchMachine.h"
 #include "bench/BenchTiming.h"
-#include "platform/posix/clsMachinePlatform.h"
-#include "platform/posix/clsMachineProfile.h"
 #include "settings/clsIniFile.h"
 
 using namespace tovel;
@@ -49,20 +46,11 @@ std::string ProductFile(int i) {
 int main(int argc, char** argv) {
     const int files = argc > 1 ? std::max(1, std::atoi(argv[1])) : 1000;
     const int passes = argc > 2 ? std::max(1, std::atoi(argv[2])) : 3;
-    const std::string host = (std::filesystem::temp_directory_path() / ("tovel-bench-ini-" + std::to_string(getpid()))).string();
-    std::filesystem::remove_all(host);
-    std::string error;
-    auto machine = clsMachine::Create(host, clsMachineProfile::Default(), error);
-    if (!machine) {
+    std::string host, error;
+    if (!InstallFreshMachine("ini", host, error)) {
         std::fprintf(stderr, "tovel_bench_ini: %s\n", error.c_str());
         return 1;
     }
-    auto platform = clsMachinePlatform::Make(std::move(machine), MachineProcess{}, error);
-    if (!platform) {
-        std::fprintf(stderr, "tovel_bench_ini: %s\n", error.c_str());
-        return 1;
-    }
-    InstallPlatform(std::move(platform));
     clsIniFile::SetReporter([](const std::string& message) { std::fprintf(stderr, "tovel_bench_ini: %s\n", message.c_str()); });
     auto& disk = Platform().Files();
     if (!disk.CreateFolder("C:\\Bench")) return 1;

@@ -21,14 +21,18 @@ constexpr const char* kInfo = "Info";
 // A value must stay on its line to read back: line breaks and NUL become blanks, and bytes
 // that are no UTF-8 text "?".
 std::string OneLine(const std::string& value) {
+    bool ascii = true;
+    bool breaks = false;
+    for (const char c : value) {
+        ascii = ascii && static_cast<unsigned char>(c) < 0x80;
+        breaks = breaks || c == '\r' || c == '\n' || c == '\0';
+    }
+    if (!breaks && (ascii || clsCodePage::IsUtf8(value))) return value;
     std::string line = value;
+    const bool utf8 = clsCodePage::IsUtf8(line);
     for (char& c : line) {
         if (c == '\r' || c == '\n' || c == '\0') c = ' ';
-    }
-    if (!clsCodePage::IsUtf8(line)) {
-        for (char& c : line) {
-            if (static_cast<unsigned char>(c) >= 0x80) c = '?';
-        }
+        else if (!utf8 && static_cast<unsigned char>(c) >= 0x80) c = '?';
     }
     return line;
 }
@@ -42,7 +46,8 @@ std::string Now() {
 // The program's file name without its extension, as the command line names it.
 std::string ProgramName() {
     const std::string program = clsWindowsCommandLine::SplitProgram(Platform().System().CommandLine()).program;
-    std::string name = program.substr(program.find_last_of("\\/:") == std::string::npos ? 0 : program.find_last_of("\\/:") + 1);
+    const size_t slash = program.find_last_of("\\/:");
+    std::string name = program.substr(slash == std::string::npos ? 0 : slash + 1);
     const size_t dot = name.find_last_of('.');
     if (dot != std::string::npos) name.erase(dot);
     return name.empty() ? "TovelSetup" : name;
@@ -58,6 +63,12 @@ std::optional<std::string> SourceDiscName() {
     return ini.GetString("DiscName", "");
 }
 
+// A value as clsIniFile gives it: without blanks and tabs around it.
+void TrimInPlace(std::string& value) {
+    const std::string_view trimmed = clsIniText::Trim(value);
+    if (trimmed.size() != value.size()) value = std::string(trimmed);
+}
+
 // The run state's values as text, to put them back when a resume is given up.
 std::vector<std::string> Snapshot(const RunProgress& progress) {
     std::vector<std::string> texts;
@@ -67,6 +78,19 @@ std::vector<std::string> Snapshot(const RunProgress& progress) {
 
 void PutBack(const std::vector<std::string>& texts, RunProgress& progress) {
     for (size_t i = 0; i < texts.size(); ++i) (void)RunStateKeys()[i].Restore(progress, texts[i]);
+}
+
+// Sets the run state from the file; on a value that cannot be read, every value is put back.
+bool RestoreRunState(const clsDumpCatalogue::KeySource& get, RunProgress& progress, std::string& problem) {
+    const auto before = Snapshot(progress);
+    for (const auto& key : RunStateKeys()) {
+        const auto value = get(key.section, key.key);
+        if (value && key.Restore(progress, *value)) continue;
+        problem = std::string(key.section) + " " + key.key + (value ? " unreadable" : " missing");
+        PutBack(before, progress);
+        return false;
+    }
+    return true;
 }
 
 void ApplyLanguage() {
@@ -136,42 +160,32 @@ std::optional<clsIniText> clsDumpFile::Load() {
     return text;
 }
 
-bool clsDumpFile::RestoreRunState(const clsIniText& text, RunProgress& progress, std::string& problem) const {
-    const auto before = Snapshot(progress);
-    for (const auto& key : RunStateKeys()) {
-        const auto value = text.Value(key.section, key.key);
-        if (value && key.Restore(progress, std::string(clsIniText::Trim(*value)))) continue;
-        problem = std::string(key.section) + " " + key.key + (value ? " unreadable" : " missing");
-        PutBack(before, progress);
-        return false;
-    }
-    return true;
-}
-
 bool clsDumpFile::ReadDumpFile() {
     try {
         LogIfEnabled("Read Dumpfile Path = " + DumpFilePath());
         const auto text = Load();
         if (!text) return false;
         const clsDumpCatalogue::KeySource get = [&](const std::string& section, const std::string& key) {
-            const auto value = text->Value(section, key);
-            return value ? std::optional<std::string>(clsIniText::Trim(*value)) : std::nullopt;
+            auto value = text->Value(section, key);
+            if (value) TrimInPlace(*value);
+            return value;
         };
         std::string problem;
         clsSIFPacketItem packet;
         std::vector<clsSIFApplicationItem> items;
         RunProgress progress = progress_;
         const auto before = Snapshot(progress);
-        const bool complete = get(kInfo, "Discname") && clsDumpCatalogue::ReadPacket(get, packet, problem) &&
+        const auto discName = get(kInfo, "Discname");
+        const bool complete = discName && clsDumpCatalogue::ReadPacket(get, packet, problem) &&
                               clsDumpCatalogue::ReadApplications(get, items, problem) &&
-                              RestoreRunState(*text, progress, problem);
+                              RestoreRunState(get, progress, problem);
         if (!complete) {
             LogIfEnabled("Read Dumpfile: the file is incomplete or damaged (" +
                          (problem.empty() ? std::string("Info Discname missing") : problem) + "); the run starts afresh.");
             return false;
         }
         // The globals hold the file's values now; a refused disc puts them back.
-        if (!CheckDumpDisc()) {
+        if (!AskForDisc(*discName)) {
             PutBack(before, progress);
             return false;
         }
@@ -192,20 +206,23 @@ bool clsDumpFile::CheckDumpDisc() {
         clsIniFile dump;
         dump.SetFullPath(DumpFilePath());
         dump.SetSectionName(kInfo);
-        const std::string wanted = dump.GetString("Discname", "");
-        // Cancel is the default button, so an unattended run gives up instead of asking forever.
-        while (SourceDiscName() != wanted) {
-            const std::string text = gLanguage ? gLanguage->LoadResString(TextNo::kResumeInsertDisc, {wanted}) : wanted;
-            if (MsgBox(text, mb::kOkCancel | mb::kIconQuestion | mb::kDefaultButton2, ApplicationTitle) != mb::kIdOk) {
-                LogIfEnabled("Read Dumpfile: the disc \"" + wanted + "\" was not inserted; the run starts afresh.");
-                return false;
-            }
-        }
-        return true;
+        return AskForDisc(dump.GetString("Discname", ""));
     } catch (const std::exception& e) {
         LogIfEnabled(std::string("Error in Modul clsDumpFile Funktion CheckDumpDisc: ") + e.what());
     }
     return false;
+}
+
+bool clsDumpFile::AskForDisc(const std::string& wanted) {
+    // Cancel is the default button, so an unattended run gives up instead of asking forever.
+    while (SourceDiscName() != wanted) {
+        const std::string text = gLanguage ? gLanguage->LoadResString(TextNo::kResumeInsertDisc, {wanted}) : wanted;
+        if (MsgBox(text, mb::kOkCancel | mb::kIconQuestion | mb::kDefaultButton2, ApplicationTitle) != mb::kIdOk) {
+            LogIfEnabled("Read Dumpfile: the disc \"" + wanted + "\" was not inserted; the run starts afresh.");
+            return false;
+        }
+    }
+    return true;
 }
 
 } // namespace tovel

@@ -68,9 +68,8 @@ public:
 private:
     /// The state file's text, parsed; nullopt (logged) when it cannot be read.
     [[nodiscard]] static std::optional<clsIniText> Load();
-    /// Sets the run state from the file; on a value that cannot be read, every value is set
-    /// back to what it was and false is returned.
-    [[nodiscard]] bool RestoreRunState(const clsIniText& text, RunProgress& progress, std::string& problem) const;
+    /// Asks for the disc named wanted until it is in the source folder or the user cancels.
+    [[nodiscard]] static bool AskForDisc(const std::string& wanted);
 
     clsSIFApplication& applications_;
     clsSIFPacketItem& packet_;

@@ -391,15 +391,34 @@ void clsIniText::Reindex() {
 }
 
 const clsIniText::Section* clsIniText::FirstBlock(std::string_view section) const {
-    const std::string folded = FoldName(section);
-    if (folded.empty()) return nullptr;
-    const auto it = firstBlock_.find(folded);
+    const auto it = Find(firstBlock_, section);
     return it == firstBlock_.end() ? nullptr : &sections_[it->second];
 }
 
+namespace {
+char UpperAscii(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }
+} // namespace
+
+size_t clsIniText::FoldedHash::operator()(std::string_view name) const {
+    size_t hash = 14695981039346656037ull;   // FNV-1a
+    for (const char c : name) hash = (hash ^ static_cast<unsigned char>(UpperAscii(c))) * 1099511628211ull;
+    return hash;
+}
+
+bool clsIniText::FoldedEqual::operator()(std::string_view a, std::string_view b) const {
+    return a.size() == b.size() && std::equal(a.begin(), a.end(), b.begin(), [](char x, char y) { return UpperAscii(x) == UpperAscii(y); });
+}
+
+clsIniText::NameIndex::const_iterator clsIniText::Find(const NameIndex& index, std::string_view name) {
+    name = Trim(name);
+    if (name.empty()) return index.end();
+    // Folding beyond ASCII needs the folded text; ASCII names fold in the hash and comparison.
+    if (!IsAscii(name)) return index.find(FoldName(name));
+    return index.find(name);
+}
+
 std::optional<size_t> clsIniText::FindKey(const Section& section, std::string_view key) const {
-    const std::string folded = FoldName(key);
-    if (folded.empty()) return std::nullopt;
+    if (Trim(key).empty()) return std::nullopt;
     auto [block, added] = keys_.try_emplace(section.header);
     KeyIndex& keys = block->second;
     if (added) {
@@ -407,7 +426,7 @@ std::optional<size_t> clsIniText::FindKey(const Section& section, std::string_vi
             if (lines_[i].kind == Kind::Entry) keys.try_emplace(FoldName(lines_[i].Name()), i);
         }
     }
-    const auto it = keys.find(folded);
+    const auto it = Find(keys, key);
     if (it == keys.end()) return std::nullopt;
     return it->second;
 }
@@ -542,8 +561,8 @@ std::string clsIniText::WriteRefusal(std::string_view section, std::string_view 
         return "a line break or NUL in the section, key or value";
     if (keyName.find('=') != std::string_view::npos || keyName.front() == ';' || keyName.front() == '[')
         return "the key name \"" + std::string(keyName) + "\" would not read back as a key";
-    if (!clsCodePage::IsUtf8(section) || !clsCodePage::IsUtf8(key) || !clsCodePage::IsUtf8(value))
-        return "text that is not UTF-8";
+    auto utf8 = [](std::string_view text) { return IsAscii(text) || clsCodePage::IsUtf8(text); };
+    if (!utf8(section) || !utf8(key) || !utf8(value)) return "text that is not UTF-8";
     return {};
 }
 

@@ -120,7 +120,20 @@ private:
         size_t header = 0;   ///< index of its "[name]" line
         size_t end = 0;      ///< one past its last line
     };
-    using KeyIndex = std::unordered_map<std::string, size_t>;   ///< folded key -> first line
+    /// Hash and comparison of folded names that fold ASCII letters on the way, so that an
+    /// ASCII name is looked up without a folded copy of it.
+    struct FoldedHash {
+        using is_transparent = void;
+        size_t operator()(std::string_view name) const;
+    };
+    struct FoldedEqual {
+        using is_transparent = void;
+        bool operator()(std::string_view a, std::string_view b) const;
+    };
+    using NameIndex = std::unordered_map<std::string, size_t, FoldedHash, FoldedEqual>;
+    using KeyIndex = NameIndex;   ///< folded key -> first line
+    /// The index entry of a name; end() when there is none.
+    [[nodiscard]] static NameIndex::const_iterator Find(const NameIndex& index, std::string_view name);
 
     static void Classify(Line& line);
     void Reindex();
@@ -148,7 +161,7 @@ private:
     End newLine_ = End::CrLf;   ///< the line end new lines get
     std::vector<Line> lines_;
     std::vector<Section> sections_;                         ///< every "[name]" line, in order
-    std::unordered_map<std::string, size_t> firstBlock_;    ///< folded name -> first of sections_
+    NameIndex firstBlock_;                                  ///< folded name -> first of sections_
     mutable std::unordered_map<size_t, KeyIndex> keys_;     ///< of the blocks read so far, by header line
 };
 

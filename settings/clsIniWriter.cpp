@@ -3,6 +3,17 @@
 #include "settings/clsIniText.h"
 
 namespace tovel {
+namespace {
+
+// Most of a state file is ASCII, which every ANSI code page holds as it is.
+bool IsAscii(std::string_view text) {
+    for (const char c : text) {
+        if (static_cast<unsigned char>(c) >= 0x80) return false;
+    }
+    return true;
+}
+
+} // namespace
 
 bool clsIniWriter::Put(std::string_view section, std::string_view key, std::string_view value, std::string& error) {
     error = clsIniText::WriteRefusal(section, key, value);
@@ -14,14 +25,20 @@ bool clsIniWriter::Put(std::string_view section, std::string_view key, std::stri
         error = "the key name cannot be written in code page " + std::to_string(codePage_);
         return false;
     }
-    bytes_ += clsIniText::AnsiBytes(keyName, codePage_);
+    Append(keyName);
     bytes_ += '=';
-    bytes_ += clsIniText::AnsiBytes(value, codePage_);
+    Append(value);
     bytes_ += "\r\n";
     return true;
 }
 
+void clsIniWriter::Append(std::string_view text) {
+    if (IsAscii(text)) bytes_ += text;
+    else bytes_ += clsIniText::AnsiBytes(text, codePage_);
+}
+
 bool clsIniWriter::Writable(std::string_view name) const {
+    if (IsAscii(name)) return true;
     return clsIniText::AnsiText(clsIniText::AnsiBytes(name, codePage_), codePage_) == name;
 }
 

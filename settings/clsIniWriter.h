@@ -28,6 +28,8 @@ public:
 private:
     /// True when the name reads back as written in the code page.
     [[nodiscard]] bool Writable(std::string_view name) const;
+    /// Appends text in the code page.
+    void Append(std::string_view text);
     bool StartSection(std::string_view name, std::string& error);
 
     uint32_t codePage_;

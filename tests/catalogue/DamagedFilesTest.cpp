@@ -243,7 +243,7 @@ TEST_F(DamagedFiles, EachIsLoggedReadWithItsDefaultsAndTheSearchGoesOn) {
          [](const Outcome& o) {
              ASSERT_NE(o.product, nullptr);
              EXPECT_EQ(o.product->EstimatedTime, 0);
-             EXPECT_EQ(o.product->RegisterInRunOnce, 0);   // negative numbers read as 0
+             EXPECT_EQ(o.product->RegisterInRunOnce, -1);   // negative as the profile functions give it
              EXPECT_EQ(o.product->DiskSpaceDestDrv, 1215752191);   // wrapped at 2^32, as the profile functions do
              EXPECT_TRUE(o.product->Visible);
              EXPECT_FALSE(o.product->AlwaysInstall);

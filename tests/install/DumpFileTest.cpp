@@ -127,6 +127,13 @@ TEST_F(DumpFile, WritesEverySectionAndKeyInOrder) {
         "GetNotStartOnEndProgram1\\1", "FirstInstActionsCount1", "getFirstInstAction1\\1", "ShowDialogWait1"};
     EXPECT_EQ(names, expected);
 
+    EXPECT_NE(text.find("[Info]\r\nTovelsetuppath=" + bed_->folder), std::string::npos);
+    EXPECT_NE(text.find("\r\nVersion=D1 7.1\r\nDiscname=Disc One\r\n"), std::string::npos);
+    HomePath = "C:\\Disc";
+    EXPECT_TRUE(clsDumpFile::ProgramPath().starts_with("C:\\Disc\\") && clsDumpFile::ProgramPath().ends_with(".EXE"));
+    HomePath = "C:\\Disc/";
+    EXPECT_EQ(clsDumpFile::ProgramPath().find("C:\\Disc/\\"), std::string::npos);
+
     const auto lines = LogLines();
     ASSERT_GE(lines.size(), 3u);
     EXPECT_EQ(lines[lines.size() - 3], "Create Dumpfile Path = " + bed_->folder + "INSTDUMP.TMP ");
