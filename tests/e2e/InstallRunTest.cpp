@@ -9,21 +9,7 @@ namespace tovel::test {
 namespace {
 
 // Through the sample disc's pages with their defaults, then the installation to its end.
-constexpr const char* kInstall =
-    "click ContinueBtn\n"          // setup language
-    "click ContinueBtn\n"          // second welcome
-    "click ContinueBtn\n"          // readme; the search goes on by itself
-    "click YesBtn\n"               // licence
-    "click ContinueBtn\n"          // information
-    "type NameText = Jane Roe\n"
-    "type CompanyText = Plant 4\n"
-    "click ContinueBtn\n"          // identification
-    "click ContinueBtn\n"          // destination
-    "click ContinueBtn\n"          // product languages
-    "click ContinueBtn\n"          // setup type
-    "click ContinueBtn\n"          // bus system
-    "click ContinueBtn\n"          // products
-    "wait end\n";                  // installation
+const std::string kInstall = std::string(kSampleDiscToInstallation) + "wait end\n";
 
 constexpr int kRestartStarted = 194;          // the machine switched off by a restart
 constexpr int kRestartLater = 3010 & 0xFF;
@@ -48,7 +34,7 @@ protected:
 };
 
 TEST_F(InstallRun, TheSampleDiscIsInstalledProductByProduct) {
-    ASSERT_EQ(Run({}, {"--create=xppro"}, std::string(kInstall) + "choose RestartWindowsNo\nclick DoneBtn\n"),
+    ASSERT_EQ(Run({}, {"--create=xppro"}, kInstall + "choose RestartWindowsNo\nclick DoneBtn\n"),
               kRestartLater)
         << Output();
     const auto pages = PagesShown();
@@ -82,7 +68,7 @@ TEST_F(InstallRun, ARestartInTheMiddleIsResumedByTheBootAndTheRestInstalled) {
     behaviour.replace(at, 17, "RebootRequested=2");
     WriteDisc("Products/License Manager/Setup/FAKESETUP.INI", behaviour);
 
-    ASSERT_EQ(Run({}, {"--create=xppro"}, std::string(kInstall) + "click MessageButton 0\n"), kRestartStarted) << Output();
+    ASSERT_EQ(Run({}, {"--create=xppro"}, kInstall + "click MessageButton 0\n"), kRestartStarted) << Output();
     EXPECT_NE(Output().find("The installation will carry on automatically after the restart."), std::string::npos);
     EXPECT_TRUE(std::filesystem::exists(Machine() / "drive_c" / "INSTDUMP.TMP"));
     EXPECT_NE(ReadMachine("registry.reg").find("\"ZZZ_TovelSetup\"="), std::string::npos);

@@ -7,24 +7,12 @@ namespace {
 
 using Pages = std::vector<std::string>;
 
-// Through every page of the sample disc to Done (the welcome page goes on by itself).
-constexpr const char* kForwards =
-    "click ContinueBtn\n"          // setup language
-    "click ContinueBtn\n"          // second welcome
-    "click ContinueBtn\n"          // readme; the search goes on by itself
-    "click YesBtn\n"               // licence
-    "click ContinueBtn\n"          // information
-    "type NameText = Jane Roe\n"
-    "type CompanyText = Plant 4\n"
-    "click ContinueBtn\n"          // identification
-    "click ContinueBtn\n"          // destination
-    "click ContinueBtn\n"          // product languages
-    "click ContinueBtn\n"          // setup type
-    "click ContinueBtn\n"          // bus system
-    "click ContinueBtn\n"          // products
-    "click AbordBtn\n"             // installation: abort before the first product
-    "click MessageButton 0\n"      // Yes
-    "click DoneBtn\n";
+// Through every page of the sample disc to Done (the welcome page goes on by itself), the
+// installation aborted before its first product.
+const std::string kForwards = std::string(kSampleDiscToInstallation) +
+                              "click AbordBtn\n"          // installation
+                              "click MessageButton 0\n"   // Yes
+                              "click DoneBtn\n";
 
 const Pages kAllPages = {"frmSetupLanguage", "frmWelcome2",    "frmReadme",   "frmSearch",    "frmLicense",
                          "frmInformation",   "frmIdentification", "frmDestination", "frmLanguages", "frmSetupType",
