@@ -43,7 +43,9 @@ bool clsSetupLauncher::AskForDisc(const InstallStep& step, const std::string& di
     LogIfEnabled("File Not Found: " + step.setupFile);
     const std::string text = discName.empty() ? step.setupFile + "\r\n\r\n" + Text(TextNo::kSetupFileMissing)
                                               : Text(TextNo::kInsertDisc) + "\r\n\r\n" + discName;
-    if (MsgBox(text, mb::kOkCancel | mb::kIconWarning, ApplicationTitle) != mb::kIdOk) return false;
+    // Cancel is the default, so that an unattended run skips the product rather than asking
+    // for ever.
+    if (MsgBox(text, mb::kOkCancel | mb::kIconWarning | mb::kDefaultButton2, ApplicationTitle) != mb::kIdOk) return false;
     // Listing the folder makes Windows read a drive whose disc was changed.
     if (discName.empty()) (void)Platform().Files().ListFolder(FolderOf(step.setupFile));
     return true;

@@ -77,6 +77,10 @@ TEST_F(InstallRun, ARestartInTheMiddleIsResumedByTheBootAndTheRestInstalled) {
     // The boot runs the setup from RunOnce; it goes on after the licence manager.
     ASSERT_EQ(Run({}, {"--boot"}, "wait end\nclick DoneBtn\n"), 0) << Output();
     EXPECT_EQ(PagesShown(), (std::vector<std::string>{"frmInstallation", "frmDone"})) << Output();
+    // The page shows what was done before the restart.
+    EXPECT_NE(Output().find("Installed  StatusLabel2(0)"), std::string::npos) << Output();
+    EXPECT_NE(Output().find("Failed  StatusLabel2(1)"), std::string::npos) << Output();
+    EXPECT_NE(Output().find("Installed  StatusLabel2(2)"), std::string::npos) << Output();
     const std::string fake = FakeLog();
     size_t licence = 0;
     for (size_t from = 0; (from = fake.find("LICMGR: start", from)) != std::string::npos; ++from) ++licence;

@@ -11,6 +11,7 @@
 #include "catalogue/CatalogueGlobals.h"
 #include "install/clsInstallContext.h"
 #include "install/clsInstallRun.h"
+#include "common/mdlMessage.h"
 #include "install/clsDcomCheck.h"
 #include "install/clsDumpFile.h"
 #include "platform/posix/clsMachinePlatform.h"
@@ -167,6 +168,26 @@ TEST_F(InstallRunTest, ProductsSucceedFailAndAreSkippedInTheirOrder) {
     EXPECT_EQ(view_.total, 4);
     EXPECT_EQ(view_.running, 0);
     EXPECT_FALSE(Run().Tick());   // a stopped run stays stopped
+}
+
+TEST_F(InstallRunTest, AMissingSetupFileAsksForTheDiscAndCancelSkipsTheProduct) {
+    Disc({{"GONE", ""}, {"THERE", ""}});
+    ASSERT_TRUE(Platform().Files().DeleteFile(bed_->folder + "GONE\\SETUP.EXE"));
+    int asked = 0;
+    SetMessageBoxHandler([&](const std::string&, int style, const std::string&) {
+        ++asked;
+        EXPECT_EQ(DefaultButtonResult(style), mb::kIdCancel);
+        // OK once: the file is looked for again; then Cancel.
+        return asked == 1 ? mb::kIdOk : mb::kIdCancel;
+    });
+    TickToEnd();
+    SetMessageBoxHandler(nullptr);
+    EXPECT_EQ(asked, 2);
+    EXPECT_TRUE(Run().Complete());
+    const std::string log = LogText();
+    EXPECT_NE(log.find("File Not Found: " + bed_->folder + "GONE\\SETUP.EXE"), std::string::npos);
+    EXPECT_NE(log.find("Product GONE is skipped."), std::string::npos);
+    EXPECT_NE(FakeLog().find("THERE: start"), std::string::npos);
 }
 
 TEST_F(InstallRunTest, ACriticalProductThatFailsStopsTheRun) {

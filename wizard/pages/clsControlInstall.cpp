@@ -77,9 +77,19 @@ void clsControlInstall::OnLoad() {
         clsInstallPlan::Make(gApplications, gPacketItem.ProductCodes(), clsInstallContext::Current(ProductLanguages));
     FillProductLines(steps);
     run_ = std::make_unique<clsInstallRun>(*this, std::move(steps), gApplications);
-    if (ContinuedAfterRestart) run_->ResumeAt(position, status, failedLines);
+    if (ContinuedAfterRestart) {
+        run_->ResumeAt(position, status, failedLines);
+        ShowDoneBeforeRestart(position, failedLines);
+    }
     LogHeading("Installation");
     SetTimer(true);
+}
+
+void clsControlInstall::ShowDoneBeforeRestart(int position, const std::string& failedLines) {
+    for (int line = 1; line <= std::min<int>(position, static_cast<int>(captions_.size())); ++line) {
+        const bool failed = failedLines.find(captions_[static_cast<size_t>(line - 1)] + "\r\n") != std::string::npos;
+        ShowProductStatus(line, ResText(failed ? TextNo::kStatusFailed : TextNo::kStatusInstalled));
+    }
 }
 
 void clsControlInstall::OnActivate() {

@@ -52,6 +52,8 @@ private:
     /// Reads the state file; false (and the page left) when the run cannot go on.
     [[nodiscard]] bool ReadState(int16_t& position, int32_t& status, std::string& failedLines);
     void FillProductLines(const std::vector<InstallStep>& steps);
+    /// A resumed run's lines of the products done before the restart.
+    void ShowDoneBeforeRestart(int position, const std::string& failedLines);
     void JobTimer1Timer();
     void AbordBtnClick();
     /// Silent: nobody is there, and a renderer may fire no timers; the page ticks itself.
