@@ -1,9 +1,13 @@
 #include "install/clsInstallRun.h"
 
 #include <algorithm>
+#include <cstdlib>
+#include <string_view>
 #include <exception>
 
+#include "common/clsString.h"
 #include "common/mdlEvents.h"
+#include "common/mdlMessage.h"
 #include "install/clsDcomCheck.h"
 #include "install/clsDeinstall.h"
 #include "install/clsDeinstallList.h"
@@ -12,6 +16,7 @@
 #include "install/clsSetupLauncher.h"
 #include "language/clsBuiltinTexts.h"
 #include "platform/clsPlatform.h"
+#include "settings/clsIniFile.h"
 #include "startup/Globals.h"
 #include "startup/mdlLog.h"
 
@@ -126,6 +131,7 @@ bool clsInstallRun::Evaluate() {
 void clsInstallRun::StartNext() {
     const InstallStep& step = steps_[static_cast<size_t>(nextPosition_ - 1)];
     const clsSIFApplicationItem* item = applications_.Item(step.catalogueIndex);
+    ShowSsfMessages(step, item);
     if (!step.skip && step.removal.wanted) RemoveOldVersion(step);
     view_.ShowProgress(nextPosition_ - 1 - startOffset_, ProductCount() - startOffset_);
     view_.ShowProductStatus(step.position, Text(TextNo::kStatusInstalling));
@@ -136,6 +142,24 @@ void clsInstallRun::StartNext() {
         return;
     }
     Launch(step, item);
+}
+
+void clsInstallRun::ShowSsfMessages(const InstallStep& step, const clsSIFApplicationItem* item) {
+    static constexpr std::string_view kAction = "$SSFMessageBox";
+    if (item == nullptr) return;
+    for (const auto& action : step.actions) {
+        const std::string trimmed = clsString::Trim(action);
+        if (trimmed.size() < kAction.size() + 2 || !clsString::EqualNoCaseAscii(trimmed.substr(0, kAction.size()), kAction)) {
+            continue;
+        }
+        // The last two characters number the text: "$SSFMessageBox01" shows SSFMessageBox1.
+        const int number = std::atoi(trimmed.substr(trimmed.size() - 2).c_str());
+        clsIniFile sif;
+        sif.SetFullPath(item->SIFFileName);
+        sif.SetSectionName(item->ProdInfoSection);
+        (void)MsgBox(sif.GetString("SSFMessageBox" + std::to_string(number), "Error"), mb::kOk | mb::kIconInformation,
+                     ApplicationTitle);
+    }
 }
 
 void clsInstallRun::RemoveOldVersion(const InstallStep& step) {

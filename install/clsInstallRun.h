@@ -68,6 +68,8 @@ private:
     void Launch(const InstallStep& step, const clsSIFApplicationItem* item);
     void Skip(const InstallStep& step);
     void RemoveOldVersion(const InstallStep& step);
+    /// The texts the version actions "$SSFMessageBox<nn>" name, from the product's file.
+    void ShowSsfMessages(const InstallStep& step, const clsSIFApplicationItem* item);
     void Finish();
     void StartProgramsAtEnd() const;
     void End(bool complete);

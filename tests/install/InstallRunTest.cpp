@@ -190,6 +190,22 @@ TEST_F(InstallRunTest, AMissingSetupFileAsksForTheDiscAndCancelSkipsTheProduct) 
     EXPECT_NE(FakeLog().find("THERE: start"), std::string::npos);
 }
 
+TEST_F(InstallRunTest, SsfMessageActionsShowTheProductsTextsBeforeItsSetup) {
+    Disc({{"NOTE", "",
+           "SSFVersion=5.2\r\n[VERSIONS]\r\nRegPath1=HKEY_LOCAL_MACHINE\\SOFTWARE\\TovelTest\\Note\r\nRegKey1=Version\r\n"
+           "FirstInstAction1=$SSFMessageBox02\r\nFirstInstAction2=$ssfmessagebox07\r\n",
+           "SSFMessageBox2=Close the plant viewer first.\r\n"}});
+    std::vector<std::string> shown;
+    SetMessageBoxHandler([&](const std::string& text, int, const std::string&) {
+        shown.push_back(text);
+        return mb::kIdOk;
+    });
+    TickToEnd();
+    SetMessageBoxHandler(nullptr);
+    EXPECT_EQ(shown, (std::vector<std::string>{"Close the plant viewer first.", "Error"}));
+    EXPECT_NE(FakeLog().find("NOTE: start"), std::string::npos);
+}
+
 TEST_F(InstallRunTest, ACriticalProductThatFailsStopsTheRun) {
     Disc({{"BASE", "SetupSucceeded=0\r\n", "IsCriticalComponent=True\r\n"}, {"AFTER", ""}});
     TickToEnd();
