@@ -176,5 +176,6 @@ int main(int argc, char** argv) {
         return PrintPlan();
     }
     clsConsoleRenderer renderer(std::cin, std::cout, clsConsoleRenderer::DetectMode());
+    renderer.SetTimerSleep([](uint32_t ms) { Platform().Clock().Sleep(ms); });
     RunSetup(&renderer, PrintStart);
 }

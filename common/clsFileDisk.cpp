@@ -11,6 +11,22 @@ std::string clsFileDisk::SystemFolder() const { return AddBackslash(Platform().S
 
 std::string clsFileDisk::TempFolder() const { return AddBackslash(Platform().System().TempFolder()); }
 
+std::vector<std::string> clsFileDisk::RemoveResumeLink() {
+    static constexpr const char* kShellFolders = "Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\Shell Folders";
+    static const std::pair<RegRoot, const char*> kFolders[] = {{RegRoot::CurrentUser, "Startup"},
+                                                               {RegRoot::CurrentUser, "Desktop"},
+                                                               {RegRoot::LocalMachine, "Common Startup"},
+                                                               {RegRoot::LocalMachine, "Common Desktop"}};
+    std::vector<std::string> removed;
+    for (const auto& [root, name] : kFolders) {
+        const auto folder = Platform().Registry().QueryValue(root, kShellFolders, name);
+        if (!folder || folder->text.empty()) continue;
+        const std::string link = AddBackslash(folder->text) + "ZZ_TSetup.lnk";
+        if (Platform().Files().FileExists(link) && Platform().Files().DeleteFile(link)) removed.push_back(link);
+    }
+    return removed;
+}
+
 std::string clsFileDisk::WindowsDriveRoot() const {
     const std::string windows = WindowsFolder();
     const size_t colon = windows.find(':');

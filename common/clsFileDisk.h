@@ -33,6 +33,10 @@ public:
     [[nodiscard]] std::string TempFolder() const;
     /// The root of the drive Windows is on ("C:\"); empty when Windows lies on a network path.
     [[nodiscard]] std::string WindowsDriveRoot() const;
+    /// Deletes the resume link "ZZ_TSetup.lnk" that an interrupted run may have left in the
+    /// start-up folders or on the desktops (the user's and all users', as the registry's
+    /// "Shell Folders" name them); the paths of the links deleted.
+    static std::vector<std::string> RemoveResumeLink();
     /// The path with a trailing backslash, added only when missing.
     [[nodiscard]] static std::string AddBackslash(std::string path);
 

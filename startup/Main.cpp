@@ -73,6 +73,7 @@ void LookForRunToResume() {
         return;
     }
     WaitSeconds(5);
+    for (const auto& link : clsFileDisk::RemoveResumeLink()) LogIfEnabled("Resume link deleted: " + link);
     ContinuedAfterRestart = true;
 }
 

@@ -12,6 +12,8 @@ std::string ProductLanguages;
 std::vector<std::string> InstalledProductsFound;
 bool UserPacketOnly = false;
 bool RestartNeeded = false;
+bool InstallationAborted = false;
+std::string FailedProducts;
 bool UpdatePacketsAllowed = false;
 std::unique_ptr<clsDialogOrder> gDialogOrder;
 

@@ -22,6 +22,10 @@ extern std::vector<std::string> InstalledProductsFound;
 extern bool UserPacketOnly;
 /// The installation asks for a restart of the machine at its end; the Done page offers it.
 extern bool RestartNeeded;
+/// The user aborted the installation run, or it could not be resumed; the Done page says so.
+extern bool InstallationAborted;
+/// The products whose setup failed in this run (a resumed run included), CR LF after each.
+extern std::string FailedProducts;
 extern bool UpdatePacketsAllowed;
 
 extern std::unique_ptr<clsDialogOrder> gDialogOrder;

@@ -17,6 +17,23 @@
 
 namespace tovel::test {
 
+/// The sample disc's pages with their defaults, from the setup language to the products page
+/// left with Next (the welcome page and the search go on by themselves).
+inline constexpr const char* kSampleDiscToInstallation =
+    "click ContinueBtn\n"          // setup language
+    "click ContinueBtn\n"          // second welcome
+    "click ContinueBtn\n"          // readme; the search goes on by itself
+    "click YesBtn\n"               // licence
+    "click ContinueBtn\n"          // information
+    "type NameText = Jane Roe\n"
+    "type CompanyText = Plant 4\n"
+    "click ContinueBtn\n"          // identification
+    "click ContinueBtn\n"          // destination
+    "click ContinueBtn\n"          // product languages
+    "click ContinueBtn\n"          // setup type
+    "click ContinueBtn\n"          // bus system
+    "click ContinueBtn\n";         // products
+
 class SetupRun : public ::testing::Test {
 protected:
     /// The exit status of a run whose input (none here) ended before the wizard did: the

@@ -154,7 +154,8 @@ TEST_F(StartupRun, StateFileMakesTheStartWaitFiveSeconds) {
     ASSERT_EQ(Run(), kEndedWithoutAnswers);
     WriteMachine("clock", "2026-11-22 12:00:00\n");
     WriteMachine("drive_c/INSTDUMP.TMP", "[General]\r\n");
-    ASSERT_EQ(Run(), kEndedWithoutAnswers) << Output();
+    // A state file that cannot be read ends the resumed run unfinished, on the Done page.
+    ASSERT_EQ(Run(), 1603 & 0xFF) << Output();
     // The machine's clock only moves while the program waits.
     EXPECT_EQ(ReadMachine("clock"), "2026-11-22 12:00:05.000\n");
     EXPECT_TRUE(Logged(" Time created: 12:00:00"));

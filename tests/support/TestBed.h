@@ -23,6 +23,9 @@ struct TestBed {
     OsVersion expectedVersion;
     /// The user language the bed reports.
     uint16_t expectedLanguage = 0;
+    /// Restarts of the machine asked for (emulated machine only: there a restart switches the
+    /// machine off and counts here rather than ending the test program).
+    int restarts = 0;
 
     TestBed() = default;
     TestBed(const TestBed&) = delete;

@@ -44,6 +44,7 @@ std::unique_ptr<TestBed> MakeTestBed() {
     bed->expectedLanguage = machine->Config().userLanguage;
     MachineProcess process;
     process.programFolder = "C:\\Work\\";
+    process.onRestart = [bed = bed.get()] { ++bed->restarts; };
     bed->platform = clsMachinePlatform::Make(std::move(machine), process, error);
     if (!bed->platform) throw std::runtime_error(error);
     bed->folder = "C:\\Work\\";

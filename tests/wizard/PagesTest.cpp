@@ -24,9 +24,11 @@
 #include "wizard/pages/clsControlSetupLanguage.h"
 #include "wizard/pages/clsControlSetupType.h"
 #include "wizard/clsDialogOrder.h"
+#include "install/clsDumpFile.h"
 
 #ifndef _WIN32
 #include <filesystem>
+#include <fstream>
 
 #include "platform/posix/clsMachinePlatform.h"
 #endif
@@ -61,7 +63,9 @@ protected:
         ProductLanguages.clear();
         InstalledProductsFound.clear();
         OldVersionCount = 0;
-        for (bool* flag : {&UserPacketOnly, &UpdatePacketsAllowed, &SetupCancelled, &SilentMode}) *flag = false;
+        for (bool* flag : {&UserPacketOnly, &UpdatePacketsAllowed, &SetupCancelled, &SilentMode, &InstallationAborted, &RestartNeeded}) *flag = false;
+        FailedProducts.clear();
+        WorkFolder = bed_->folder;
         SetupLanguageCount = 0;
         ApplicationTitle = "TovelSetup";
         gLanguage.reset();
@@ -548,30 +552,76 @@ TEST_F(Pages, TheComponentPageShowsTheCheckStatesAsTheyAre) {
     EXPECT_EQ(After("frmCustomSetup"), "frmInstallation");
 }
 
-TEST_F(Pages, TheInstallationPageSaysNothingIsInstalledAndListsTheChoiceInOrder) {
+TEST_F(Pages, TheInstallationPageListsTheChoiceAndAsksBeforeItIsAborted) {
     for (int i = 1; i <= 30; ++i) gApplications.AddItem(Product("P" + std::to_string(i), i != 2));
-    auto& page = Run<clsControlInstall>({Click("AbordBtn")});
+    answer_ = mb::kIdNo;
+    auto& page = Run<clsControlInstall>({Inspect([&](clsForm& form) {
+                                             EXPECT_TRUE(form.Timer("JobTimer1")->enabled);
+                                             answer_ = mb::kIdNo;
+                                         }),
+                                         Click("AbordBtn"),
+                                         Inspect([&](clsForm& form) {
+                                             // No: the run goes on.
+                                             EXPECT_TRUE(form.Shown());
+                                             EXPECT_TRUE(form.Timer("JobTimer1")->enabled);
+                                             answer_ = mb::kIdYes;
+                                         }),
+                                         Click("AbordBtn")});
     clsForm& form = page.Form();
-    EXPECT_NE(Caption(form, "InstallationLabel").find("nothing is installed"), std::string::npos);
     EXPECT_EQ(Caption(form, "StatusLabel", 0), "P1 product");
     EXPECT_EQ(Caption(form, "StatusLabel", 1), "P3 product");   // P2 is not selected
+    EXPECT_EQ(Caption(form, "StatusLabel2", 1), "Waiting");
     EXPECT_EQ(Caption(form, "ProgressLabel"), "0 / 29");
-    EXPECT_EQ(Caption(form, "AbordBtn"), "Next >");
-    int lines = 0;
-    std::string last;
     for (const auto& c : form.Controls()) {
         if (c.name != "StatusLabel" || !c.visible) continue;
-        ++lines;
-        last = c.caption;
         EXPECT_LE(c.top + c.height, form.Control("ProgressLabel")->top) << c.index;
     }
-    EXPECT_EQ(last, "... and " + std::to_string(29 - (lines - 1)) + " more");
+    EXPECT_EQ(messages_.size(), 2U);
+    EXPECT_TRUE(InstallationAborted);
+    EXPECT_FALSE(form.Timer("JobTimer1")->enabled);
     EXPECT_EQ(After("frmInstallation"), "frmDone");
+    EXPECT_TRUE(Logged("clsControlInstallation AbordBtn_Click vor  unload me \r\n"
+                       "clsControlInstallation AbordBtn_Click nach unload me "));
+    InstallationAborted = false;
+}
 
-    SilentMode = true;   // nobody presses the button
+TEST_F(Pages, TheInstallationPageLeavesWhenTheRunEnds) {
+    gApplications.AddItem(Product("NONE", false));
+    Run<clsControlInstall>({[](clsForm& form) { form.RaiseTimer("JobTimer1"); }});
+    EXPECT_EQ(After("frmInstallation"), "frmDone");
+    EXPECT_FALSE(InstallationAborted);
+    EXPECT_TRUE(Logged("Installation:"));
+}
+
+#ifndef _WIN32
+TEST_F(Pages, TheInstallationPageSavesTheRunWhenWindowsEndsIt) {
+    WorkFolder = bed_->folder;
+    gApplications.AddItem(Product("LATER", true));
+    auto& page = Run<clsControlInstall>({[](clsForm&) {}});
+    page.QueryUnload(clsControlInstall::kAppWindows);
+    EXPECT_FALSE(page.Form().Shown());
+    EXPECT_TRUE(Platform().Files().FileExists(bed_->folder + "INSTDUMP.TMP"));
+    const auto runOnce = Platform().Registry().QueryValue(RegRoot::LocalMachine, "SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\RunOnce",
+                                                          "ZZZ_TovelSetup");
+    ASSERT_TRUE(runOnce.has_value());
+    EXPECT_EQ(runOnce->text, clsDumpFile::ProgramPath());
+}
+
+TEST_F(Pages, AnUnattendedInstallationPageTicksByItself) {
+    // Time on the machine moves only as the page waits for its ticks.
+    auto& machine = dynamic_cast<clsMachinePlatform&>(Platform()).Machine();
+    std::filesystem::path clock = machine.Folder() + "/clock";
+    { std::ofstream(clock) << "2026-11-22 12:00:00\n"; }
+    gApplications.AddItem(Product("NONE", false));
+    SilentMode = true;
     Run<clsControlInstall>({});
     EXPECT_EQ(After("frmInstallation"), "frmDone");
+    std::ifstream in(clock);
+    std::string now;
+    std::getline(in, now);
+    EXPECT_EQ(now, "2026-11-22 12:00:02.000");
 }
+#endif
 
 } // namespace
 } // namespace tovel

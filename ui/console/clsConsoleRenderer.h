@@ -2,6 +2,8 @@
 // The text wizard: shows the forms in a terminal (clsTerminalLoop), or runs them from a
 // script (clsScriptRunner). This class keeps the stack of forms both ways share and hands
 // each step to the way in use; a terminal that cannot be entered falls back to the script.
+#include <cstdint>
+#include <functional>
 #include <iosfwd>
 
 #include "ui/console/clsConsoleStack.h"
@@ -28,6 +30,9 @@ public:
     void SetHourglass(bool busy) override;
     void Refresh(const clsForm& form) override;
 
+    /// How a script's "wait" lets a timer's interval pass (the machine's clock); without one
+    /// the rounds follow each other at once.
+    void SetTimerSleep(std::function<void(uint32_t milliseconds)> sleep) { script_.SetTimerSleep(std::move(sleep)); }
     /// True once the script (or the terminal) has ended.
     [[nodiscard]] bool InputEnded() const { return stack_.Ending(); }
 

@@ -160,9 +160,13 @@ ScriptCommand clsScriptCommand::Parse(std::string_view line) {
     }
     case ScriptVerb::Wait: {
         if (rest.empty()) return command;
+        if (clsString::EqualNoCaseAscii(rest, "end")) {
+            command.untilLeft = true;
+            return command;
+        }
         const auto number = Number(rest);
         if (!number || *number < 1 || *number > kMaxWait) {
-            return Wrong("wait takes a count from 1 to " + std::to_string(kMaxWait) + ", not \"" + std::string(rest) + "\"");
+            return Wrong("wait takes a count from 1 to " + std::to_string(kMaxWait) + " or \"end\", not \"" + std::string(rest) + "\"");
         }
         command.count = *number;
         return command;

@@ -13,7 +13,10 @@
 //           | "esc"                     press the cancel button, or else the close box
 //           | "close"                   the close box of the form
 //           | "timer" [timer-name]      fire the form's running timers (or one) once
-//           | "wait" [count]            let time pass: fire the running timers, count times
+//           | "wait" [count | "end"]    let time pass: each round sleeps the shortest running
+//                                       timer's interval on the machine's clock and fires the
+//                                       running timers; count rounds, or until the form is
+//                                       left or none of its timers runs any more
 //   control = name [index] | name "(" index ")"      index: element of a control array
 //   line    = the line's number from 0, or its text: the same, else the same without regard
 //             to case, else the first line that begins with it (without regard to case)
@@ -37,6 +40,7 @@ struct ScriptCommand {
     int index = -1;                       ///< control array element; -1 for none given
     std::string text{};                   ///< type: the new text; select: the line; timer: the timer's name
     int count = 1;                        ///< wait: how many rounds
+    bool untilLeft = false;               ///< wait end: as many rounds as the form's timers run
     std::string error{};                  ///< why the line is wrong; empty when it is not
 };
 

@@ -277,8 +277,13 @@ void clsScriptRunner::FireNamedTimers(clsForm& form, const ScriptCommand& comman
 
 void clsScriptRunner::Wait(clsForm& form, const ScriptCommand& command, const std::string& line) {
     Echo(line, "");
-    for (int round = 0; round < command.count && form.Shown() && !Stack().Ending(); ++round) {
-        if (!AnyTimerRunning(form)) break;
+    for (int round = 0; (command.untilLeft || round < command.count) && form.Shown() && !Stack().Ending(); ++round) {
+        int interval = -1;
+        for (const auto& t : form.Timers()) {
+            if (t.enabled && (interval < 0 || t.intervalMs < interval)) interval = t.intervalMs;
+        }
+        if (interval < 0) break;
+        if (sleep_) sleep_(static_cast<uint32_t>(interval));
         FireTimers(form, "");
     }
 }

@@ -11,6 +11,8 @@
 // script's next line while it waits, when the line fits it: a verb for the whole form, or a
 // control it has. A line that does not fit is kept for the form that follows, and the wait
 // runs out.
+#include <cstdint>
+#include <functional>
 #include <iosfwd>
 #include <optional>
 #include <string>
@@ -29,6 +31,9 @@ public:
     void AlreadyShown(const clsForm& form) override;
     void WhileWaiting(ConsoleShown& shown) override;
     void Refresh(ConsoleShown& shown) override;
+    /// How "wait" lets a timer's interval pass (the machine's clock); without one the rounds
+    /// follow each other at once.
+    void SetTimerSleep(std::function<void(uint32_t milliseconds)> sleep) { sleep_ = std::move(sleep); }
 
 private:
     void PrintIfChanged(ConsoleShown& shown);
@@ -58,7 +63,8 @@ private:
     std::ostream& out_;
     long lastPrinted_ = 0;
     int line_ = 0;
-    std::optional<std::string> kept_{};   // read while a form waited, for the form that follows
+    std::optional<std::string> kept_{};
+    std::function<void(uint32_t)> sleep_{};   // read while a form waited, for the form that follows
 };
 
 } // namespace tovel

@@ -1,5 +1,7 @@
 #include "wizard/pages/clsControlDone.h"
 
+#include "install/clsRestartNow.h"
+#include "language/clsBuiltinTexts.h"
 #include "platform/clsPlatform.h"
 #include "startup/Globals.h"
 #include "startup/Main.h"
@@ -8,16 +10,31 @@
 
 namespace tovel {
 
+namespace {
+constexpr int32_t kCancelled = 1602;
+constexpr int32_t kRestartLater = 3010;
+} // namespace
+
 void clsControlDone::OnLoad() {
     if (clsFormControl* image = Form().Control("Image1")) image->picture = gSetupsIni->WelcomeBmp();
-    if (SetupCancelled && gLanguage) {
-        const std::string cancelled = gLanguage->Caption(Form().Name(), "DoneInstructionsCancelled");
-        if (!cancelled.empty()) SetText("DoneInstructions", cancelled);
-    }
+    if (gLanguage) SetOutcomeTexts();
     SetVisible("RestartNote", RestartNeeded);
     SetVisible("RestartWindowsYes", RestartNeeded);
     SetVisible("RestartWindowsNo", RestartNeeded);
     if (RestartNeeded) Form().ChooseOption("RestartWindowsYes");
+}
+
+void clsControlDone::SetOutcomeTexts() {
+    if (SetupCancelled || InstallationAborted) SetText("TitleLabel", gLanguage->LoadResString(TextNo::kDoneTitleCancelled));
+    std::string instructions;
+    if (SetupCancelled) instructions = gLanguage->Caption(Form().Name(), "DoneInstructionsCancelled");
+    else if (InstallationAborted) instructions = gLanguage->LoadResString(TextNo::kDoneAborted);
+    if (!FailedProducts.empty()) {
+        const std::string logFile = gLog ? gLog->LogfileFullPath() : std::string();
+        if (!instructions.empty()) instructions += "\r\n";
+        instructions += gLanguage->LoadResString(TextNo::kDoneSomeFailed, {logFile}) + "\r\n" + FailedProducts;
+    }
+    if (!instructions.empty()) SetText("DoneInstructions", instructions);
 }
 
 void clsControlDone::OnClick(const std::string& control, int) {
@@ -37,11 +54,11 @@ void clsControlDone::DoneBtnClick() {
     const bool restartNow = restart != nullptr && restart->visible && restart->value == 1;
     if (restartNow) {
         LogIfEnabled("Restart Windows.");
-        if (gSystem->DoRestart()) ExitStatus = 1641;
+        (void)clsRestartNow::RestartWindows();
     } else if (RestartNeeded && ExitStatus == 0) {
-        ExitStatus = 3010;
+        ExitStatus = kRestartLater;
     }
-    if (SetupCancelled && ExitStatus == 0) ExitStatus = 1602;
+    if ((SetupCancelled || InstallationAborted) && ExitStatus == 0) ExitStatus = kCancelled;
     LogIfEnabled("Log file closed.");
     FormQueryUnload2();
     EndProgram();

@@ -1,6 +1,7 @@
 #pragma once
-// The last page: what happened, the choice to restart now when the installation asks for it,
-// and the one button that ends the program.
+// The last page: what happened (installed, cancelled, aborted, which products failed), the
+// choice to restart now when the installation asks for it, and the one button that ends the
+// program.
 #include "wizard/pages/clsControlPage.h"
 
 namespace tovel {
@@ -16,6 +17,8 @@ protected:
     void OnClick(const std::string& control, int index) override;
 
 private:
+    /// What happened: cancelled, aborted, the products that failed.
+    void SetOutcomeTexts();
     void DoneBtnClick();
 };
 
