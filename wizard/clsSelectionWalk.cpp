@@ -13,6 +13,12 @@ bool IsLocked(int32_t code) {
     return code == CheckBoxState::kCheckedLocked || code == CheckBoxState::kUncheckedLocked;
 }
 
+// A link that gives a locked box the plain form of the same state would unlock it.
+bool LostItsLock(int32_t before, int32_t after) {
+    return (before == CheckBoxState::kCheckedLocked && after == CheckBoxState::kChecked) ||
+           (before == CheckBoxState::kUncheckedLocked && after == CheckBoxState::kUnchecked);
+}
+
 } // namespace
 
 /// What a link may change on one record, to tell a change and to put a state back.
@@ -33,15 +39,17 @@ struct clsSelectionWalk::Snapshot {
     }
 };
 
-/// The products that applied their select or their clear effects in this walk, and the
-/// products still to apply theirs.
+/// The products that applied their select or their clear effects, the products the current
+/// click changed, and the products still to apply their links.
 struct clsSelectionWalk::Progress {
     std::vector<bool> checkApplied;
     std::vector<bool> clearApplied;
+    std::vector<bool> changed;
     std::deque<int> queue;
 
     explicit Progress(int count)
-        : checkApplied(static_cast<size_t>(count) + 1, false), clearApplied(static_cast<size_t>(count) + 1, false) {}
+        : checkApplied(static_cast<size_t>(count) + 1, false), clearApplied(static_cast<size_t>(count) + 1, false),
+          changed(static_cast<size_t>(count) + 1, false) {}
 };
 
 bool clsSelectionWalk::CanToggle(int index) const {
@@ -84,12 +92,21 @@ std::vector<SelectionChange> clsSelectionWalk::Establish() {
     return changes;
 }
 
+bool clsSelectionWalk::HeldByOtherLocker(const clsSIFApplicationItem& item, const clsSIFApplicationItem& holder) const {
+    if (item.CheckBox != CheckBoxState::kCheckedLocked || item.LockedCheckboxApp.empty()) return false;
+    if (item.LockedCheckboxApp == holder.ProductCode) return false;
+    const clsSIFApplicationItem* locker = catalogue_.Item(catalogue_.IndexOfProductCode(item.LockedCheckboxApp));
+    return locker != nullptr && CheckBoxIsChecked(locker->CheckBox);
+}
+
 std::string clsSelectionWalk::LockedBy(int index) const {
     const clsSIFApplicationItem* item = catalogue_.Item(index);
     return item == nullptr ? std::string() : item->LockedCheckboxApp;
 }
 
 void clsSelectionWalk::Walk(int origin, Progress& progress, std::vector<SelectionChange>& changes) {
+    progress.changed.assign(progress.changed.size(), false);
+    progress.changed[static_cast<size_t>(origin)] = true;
     progress.queue.push_back(origin);
     while (!progress.queue.empty()) {
         const int holder = progress.queue.front();
@@ -98,28 +115,30 @@ void clsSelectionWalk::Walk(int origin, Progress& progress, std::vector<Selectio
         std::vector<bool>& applied = checked ? progress.checkApplied : progress.clearApplied;
         if (applied[static_cast<size_t>(holder)]) continue;
         applied[static_cast<size_t>(holder)] = true;
-        ApplyLinks(holder, checked, origin, progress, changes);
+        ApplyLinks(holder, checked, progress, changes);
     }
 }
 
-void clsSelectionWalk::ApplyLinks(int holder, bool checked, int origin, Progress& progress,
-                                  std::vector<SelectionChange>& changes) {
+void clsSelectionWalk::ApplyLinks(int holder, bool checked, Progress& progress, std::vector<SelectionChange>& changes) {
     // Copied: a link's effect never changes the holder's list, but the walk must not rely on it.
     const std::vector<SetupDependence> links = catalogue_.Item(holder)->SetupDependencies();
     for (const auto& link : links) {
         const int target = catalogue_.IndexOfProductCode(link.productCode);
-        if (target == 0 || target == holder) continue;
+        if (target == 0 || target == holder || progress.changed[static_cast<size_t>(target)]) continue;
         clsSIFApplicationItem& item = *catalogue_.Item(target);
         if (link.type == DependenceType::Toggle && IsLocked(item.CheckBox)) continue;
         clsSIFApplicationItem& self = *catalogue_.Item(holder);
         const Snapshot before(item);
         const Snapshot selfBefore(self);
-        ApplyLink(holder, target, link.type, checked, target == origin);
-        if (target == origin) before.Restore(item);
+        const bool held = HeldByOtherLocker(item, self);
+        ApplyLink(holder, target, link.type, checked, held);
+        // Clear effects and the fixed states of a failed condition ignore the count-only flag.
+        if (held || LostItsLock(before.checkBox, item.CheckBox)) before.Restore(item);
         // A setreset link may clear its holder too; the holder has applied its links already.
         if (selfBefore.Differs(self)) Record(holder, holder, selfBefore, changes);
         if (!before.Differs(item)) continue;
         Record(target, holder, before, changes);
+        progress.changed[static_cast<size_t>(target)] = true;
         progress.queue.push_back(target);
     }
 }

@@ -8,10 +8,15 @@
 // - A box that is locked (checked and locked, cleared and locked) cannot be clicked.
 // - Each product that changed applies its own links once per click, in the order of its
 //   description file; a link naming an unknown product, or the product itself, is skipped.
-// - The product clicked keeps the state the person gave it: links that reach back to it
-//   only count (the count-only flag on select; on clear its state is put back).
-// - A product checked and locked by a force link is not cleared by a toggle in a later
-//   click: the toggle only counts it.
+// - Within one click each product changes at most once: a link that reaches a product the
+//   click has changed (the box clicked first of all) passes it by, neither changing nor
+//   counting it. So the clicked box keeps the state the person gave it, and a circle of
+//   links cannot hold itself up.
+// - A toggle passes over a locked box (checked and locked, or cleared and locked).
+// - A product that a force link locked keeps its state while its locker is checked: another
+//   link only counts it (the count-only flag on select; on clear its state is put back).
+// - A link never turns a locked box into the plain form of the same state (checked and
+//   locked to checked, cleared and locked to cleared): it only counts.
 // Every change is reported with the product whose link made it.
 #include <cstdint>
 #include <string>
@@ -22,6 +27,7 @@
 namespace tovel {
 
 class clsSIFApplication;
+class clsSIFApplicationItem;
 
 /// One product whose box changed during a walk.
 struct SelectionChange {
@@ -57,8 +63,11 @@ private:
     struct Snapshot;
     struct Progress;
     void Walk(int origin, Progress& progress, std::vector<SelectionChange>& changes);
-    void ApplyLinks(int holder, bool checked, int origin, Progress& progress, std::vector<SelectionChange>& changes);
+    void ApplyLinks(int holder, bool checked, Progress& progress, std::vector<SelectionChange>& changes);
     void ApplyLink(int holder, int target, DependenceType type, bool checked, bool countOnly);
+    /// True when a force link of another product than holder locked the item and its locker
+    /// is still checked: no other link may change it then.
+    [[nodiscard]] bool HeldByOtherLocker(const clsSIFApplicationItem& item, const clsSIFApplicationItem& holder) const;
     void Record(int index, int cause, const Snapshot& before, std::vector<SelectionChange>& changes) const;
 
     clsSIFApplication& catalogue_;
