@@ -15,21 +15,20 @@ bool clsCheckBox::LastActionIsDoNotInstall(const clsSIFApplicationItem& item) {
     return clsString::EqualNoCaseAscii(item.GetAction(item.VersionActionsCount()), "$DoNotInstall$");
 }
 
-void clsCheckBox::ApplyCheckEffect() {
-    try {
-        clsSIFApplicationItem* self = catalogue_.Item(thisIndex_);
-        clsSIFApplicationItem* other = catalogue_.Item(otherIndex_);
-        if (self != nullptr && other != nullptr) CheckEffect(*self, *other);
-    } catch (...) {
-        // A link that cannot be applied leaves the boxes as they are.
-    }
-}
+void clsCheckBox::ApplyCheckEffect() { Apply(true); }
 
-void clsCheckBox::ApplyUncheckEffect() {
+void clsCheckBox::ApplyUncheckEffect() { Apply(false); }
+
+void clsCheckBox::Apply(bool check) {
     try {
         clsSIFApplicationItem* self = catalogue_.Item(thisIndex_);
         clsSIFApplicationItem* other = catalogue_.Item(otherIndex_);
-        if (self != nullptr && other != nullptr) UncheckEffect(*self, *other);
+        if (self == nullptr || other == nullptr) return;
+        if (check) {
+            CheckEffect(*self, *other);
+        } else {
+            UncheckEffect(*self, *other);
+        }
     } catch (...) {
         // A link that cannot be applied leaves the boxes as they are.
     }

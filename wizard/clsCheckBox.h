@@ -44,6 +44,7 @@ public:
     [[nodiscard]] static bool LastActionIsDoNotInstall(const clsSIFApplicationItem& item);
 
 private:
+    void Apply(bool check);
     void CheckEffect(clsSIFApplicationItem& self, clsSIFApplicationItem& other);
     void UncheckEffect(clsSIFApplicationItem& self, clsSIFApplicationItem& other);
     void ReleaseForce(const clsSIFApplicationItem& self, clsSIFApplicationItem& other) const;

@@ -2,26 +2,16 @@
 // product P (index 1), the other product Q (index 2) and a third product R (index 3).
 #include <gtest/gtest.h>
 
-#include "catalogue/clsSIFApplication.h"
+#include "tests/wizard/SelectionSupport.h"
 #include "wizard/clsCheckBox.h"
 
 namespace tovel::test {
 namespace {
 
-constexpr int32_t kChecked = CheckBoxState::kChecked;
-constexpr int32_t kCleared = CheckBoxState::kUnchecked;
-constexpr int32_t kCheckedLocked = CheckBoxState::kCheckedLocked;
-constexpr int32_t kClearedLocked = CheckBoxState::kUncheckedLocked;
-
 class CheckBoxTest : public ::testing::Test {
 protected:
     void SetUp() override {
-        for (const char* code : {"P", "Q", "R"}) {
-            clsSIFApplicationItem item;
-            item.ProductCode = code;
-            SetState(item, kCleared);
-            catalogue_.AddItem(item);
-        }
+        for (const char* code : {"P", "Q", "R"}) catalogue_.AddItem(Product(code, kCleared));
     }
     static void SetState(clsSIFApplicationItem& item, int32_t code) {
         item.CheckBox = code;

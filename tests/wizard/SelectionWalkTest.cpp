@@ -6,29 +6,11 @@
 #include <string>
 #include <vector>
 
-#include "catalogue/clsSIFApplication.h"
-#include "wizard/clsCheckBox.h"
+#include "tests/wizard/SelectionSupport.h"
 #include "wizard/clsSelectionWalk.h"
 
 namespace tovel::test {
 namespace {
-
-constexpr int32_t kChecked = CheckBoxState::kChecked;
-constexpr int32_t kCleared = CheckBoxState::kUnchecked;
-constexpr int32_t kCheckedLocked = CheckBoxState::kCheckedLocked;
-constexpr int32_t kClearedLocked = CheckBoxState::kUncheckedLocked;
-
-clsSIFApplicationItem Product(const std::string& code, int32_t state) {
-    clsSIFApplicationItem item;
-    item.ProductCode = code;
-    item.CheckBox = state;
-    item.Selected = CheckBoxIsChecked(state);
-    return item;
-}
-
-void Link(clsSIFApplication& catalogue, int from, const std::string& to, DependenceType type) {
-    catalogue.Item(from)->AddSetupDependence(to, type, "");
-}
 
 int32_t State(clsSIFApplication& catalogue, int index) { return catalogue.Item(index)->CheckBox; }
 
@@ -70,36 +52,35 @@ TEST(SelectionWalkTest, CascadesReportTheirCauseAndUndoOnClear) {
     EXPECT_TRUE(walk.Toggle(6).empty());
 }
 
+// Checks the first of two products, expects the second in a state, clears the first again.
+void CheckAndClearFirst(clsSIFApplication& catalogue, int32_t secondWhenChecked) {
+    clsSelectionWalk walk(catalogue);
+    walk.Toggle(1);
+    EXPECT_EQ(State(catalogue, 1), kChecked);
+    EXPECT_EQ(State(catalogue, 2), secondWhenChecked);
+    walk.Toggle(1);
+    EXPECT_EQ(State(catalogue, 1), kCleared) << "not changed by a link back";
+    EXPECT_EQ(State(catalogue, 2), kCleared);
+    EXPECT_TRUE(walk.CanToggle(1));
+}
+
 TEST(SelectionWalkTest, TheClickedBoxKeepsItsStateAgainstLinksBack) {
-    // A setreset pair that also depends back: clearing 1 must not lock 1 itself.
+    // A setreset pair that also depends back: clearing the first must not lock it.
     clsSIFApplication catalogue;
     catalogue.AddItem(Product("HMI", kCleared));
     catalogue.AddItem(Product("ALARM", kCleared));
     Link(catalogue, 1, "ALARM", DependenceType::SetReset);
     Link(catalogue, 2, "HMI", DependenceType::SetReset);
     Link(catalogue, 2, "HMI", DependenceType::Dependend);
-    clsSelectionWalk walk(catalogue);
-    walk.Toggle(1);
-    EXPECT_EQ(State(catalogue, 1), kChecked);
-    EXPECT_EQ(State(catalogue, 2), kChecked);
-    walk.Toggle(1);
-    EXPECT_EQ(State(catalogue, 1), kCleared) << "not locked by the link back";
-    EXPECT_EQ(State(catalogue, 2), kCleared);
-    EXPECT_TRUE(walk.CanToggle(1));
+    CheckAndClearFirst(catalogue, kChecked);
 
-    // Mutual force: the clicked box is counted, not locked.
+    // Mutual force: the clicked box is not locked, and the pair does not hold itself up.
     clsSIFApplication pair;
     pair.AddItem(Product("A", kCleared));
     pair.AddItem(Product("B", kCleared));
     Link(pair, 1, "B", DependenceType::Force);
     Link(pair, 2, "A", DependenceType::Force);
-    clsSelectionWalk pairWalk(pair);
-    pairWalk.Toggle(1);
-    EXPECT_EQ(State(pair, 1), kChecked);
-    EXPECT_EQ(State(pair, 2), kCheckedLocked);
-    pairWalk.Toggle(1);
-    EXPECT_EQ(State(pair, 1), kCleared);
-    EXPECT_EQ(State(pair, 2), kCleared);
+    CheckAndClearFirst(pair, kCheckedLocked);
 }
 
 TEST(SelectionWalkTest, ForceLocksStandAgainstToggleAndOtherClears) {
