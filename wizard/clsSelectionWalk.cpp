@@ -120,9 +120,8 @@ void clsSelectionWalk::Walk(int origin, Progress& progress, std::vector<Selectio
 }
 
 void clsSelectionWalk::ApplyLinks(int holder, bool checked, Progress& progress, std::vector<SelectionChange>& changes) {
-    // Copied: a link's effect never changes the holder's list, but the walk must not rely on it.
-    const std::vector<SetupDependence> links = catalogue_.Item(holder)->SetupDependencies();
-    for (const auto& link : links) {
+    // The catalogue keeps its size during a walk, so the holder's list stays where it is.
+    for (const auto& link : catalogue_.Item(holder)->SetupDependencies()) {
         const int target = catalogue_.IndexOfProductCode(link.productCode);
         if (target == 0 || target == holder || progress.changed[static_cast<size_t>(target)]) continue;
         clsSIFApplicationItem& item = *catalogue_.Item(target);
@@ -135,6 +134,7 @@ void clsSelectionWalk::ApplyLinks(int holder, bool checked, Progress& progress, 
         // Clear effects and the fixed states of a failed condition ignore the count-only flag.
         if (held || LostItsLock(before.checkBox, item.CheckBox)) before.Restore(item);
         // A setreset link may clear its holder too; the holder has applied its links already.
+        if (LostItsLock(selfBefore.checkBox, self.CheckBox)) selfBefore.Restore(self);
         if (selfBefore.Differs(self)) Record(holder, holder, selfBefore, changes);
         if (!before.Differs(item)) continue;
         Record(target, holder, before, changes);
