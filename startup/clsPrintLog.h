@@ -23,6 +23,9 @@ public:
     /// old log is backed up and the header written.
     clsPrintLog(const std::string& folder, bool continuedAfterRestart);
 
+    /// The program's version as the log header names it: "major.minor.revision".
+    [[nodiscard]] static std::string ProgramVersion();
+
     /// The log file; empty when no folder was given (nothing is written then).
     [[nodiscard]] const std::string& LogfileFullPath() const { return path_; }
     /// Appends the text as one line.
