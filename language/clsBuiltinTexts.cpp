@@ -158,16 +158,6 @@ constexpr BuiltinText kTexts[] = {
       "%1 no se puede cambiar en este equipo.",
       "%1 non può essere modificato su questo computer.",
       "このコンピュータでは %1 を変更できません。"}},
-    // Names Tovel_AutoFile.ini although the file written is Tovel_Auto.ini: the message
-    // stays as the setup has always shown it.
-    {"Texts", "322",
-     {"Die Aufzeichnung ist beendet. Die Datei Tovel_AutoFile.ini wurde im Windows-Ordner erstellt.",
-      "The recording is finished. The file Tovel_AutoFile.ini was created in the windowsfolder.",
-      "L'enregistrement est terminé. Le fichier Tovel_AutoFile.ini a été créé dans le dossier Windows.",
-      "La grabación ha finalizado. Se ha creado el archivo Tovel_AutoFile.ini en la carpeta de Windows.",
-      "La registrazione è terminata. Il file Tovel_AutoFile.ini è stato creato nella cartella di Windows.",
-      "記録が終了しました。Windows フォルダに Tovel_AutoFile.ini ファイルが作成されました。"}},
-    // The tree's legend: the states 1, 2, 4 and 8, and the grey box.
     {"Texts", "323", {"ausgewählt", "selected", "sélectionné", "seleccionado", "selezionato", "選択"}},
     {"Texts", "324",
      {"nicht ausgewählt", "not selected", "non sélectionné", "no seleccionado", "non selezionato", "未選択"}},

@@ -52,7 +52,6 @@ inline constexpr int kSearching = 309;              ///< %1 drive or server
 inline constexpr int kFileNotOpened = 310;          ///< %1 file
 inline constexpr int kComponentLockedBy = 320;      ///< %1 product, %2 the product that locked it
 inline constexpr int kComponentLocked = 321;        ///< %1 product
-inline constexpr int kRecordFinished = 322;
 inline constexpr int kTreeLegendFirst = 323;        ///< 323 to 326 the box states 1, 2, 4, 8; 327 a grey box
 
 inline constexpr int kCloseQuestion = 401;

@@ -51,6 +51,8 @@ std::string InCodePage(const std::string& text, uint32_t codePage) {
 
 } // namespace
 
+std::string clsPrintLog::Version() { return kVersion; }
+
 const std::string& LogRule() {
     static const std::string rule(84, '-');
     return rule;

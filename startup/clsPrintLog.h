@@ -19,6 +19,8 @@ namespace tovel {
 
 class clsPrintLog {
 public:
+    /// The program's version as the build gives it: "major.minor.revision".
+    [[nodiscard]] static std::string Version();
     /// The log in a folder (the work folder). Unless the run continues after a restart, the
     /// old log is backed up and the header written.
     clsPrintLog(const std::string& folder, bool continuedAfterRestart);

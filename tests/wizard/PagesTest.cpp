@@ -609,12 +609,11 @@ TEST_F(Pages, TheComponentTreeShowsPacketsAndProductsAndABoxChangesItsRecord) {
 }
 
 TEST_F(Pages, ALockedBoxStaysAndTheStatusLineSaysWhoLockedIt) {
-    auto held = Product("VIEWER", true);
-    held.CheckBox = CheckBoxState::kCheckedLocked;
-    held.LockedCheckboxApp = "BASE";
+    auto base = Product("BASE", true);
+    base.AddSetupDependence("VIEWER", DependenceType::Force, "");   // BASE forces VIEWER in and locks it
     auto always = Product("LICENSE", false);
     always.AlwaysInstall = true;
-    for (const auto& item : {Product("BASE", true), held, always}) gApplications.AddItem(item);
+    for (const auto& item : {base, Product("VIEWER", false), always}) gApplications.AddItem(item);
     Run<clsControlCustomSetup>({
         Inspect([](clsForm& form) { EXPECT_EQ(Keys(form), (Lines{"BASE/1", "VIEWER/4", "LICENSE/4"})); }),
         Toggle("VIEWER"),

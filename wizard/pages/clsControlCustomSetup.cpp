@@ -4,9 +4,12 @@
 
 #include "catalogue/CatalogueGlobals.h"
 #include "common/mdlMessage.h"
+#include "install/clsSilentMode.h"
 #include "language/clsBuiltinTexts.h"
 #include "startup/Globals.h"
+#include "startup/clsPrintLog.h"
 #include "startup/mdlLog.h"
+#include "wizard/WizardGlobals.h"
 #include "wizard/clsRenderer.h"
 #include "wizard/pages/clsComponentSpace.h"
 #include "wizard/uscTreeListView.h"
@@ -33,7 +36,7 @@ std::string NameOf(const clsSIFApplicationItem& item) {
 } // namespace
 
 clsControlCustomSetup::clsControlCustomSetup()
-    : clsControlPage("frmCustomSetup"), tree_(ComponentTreeOptions::FromSettings()) {}
+    : clsControlPage("frmCustomSetup"), walk_(gApplications), tree_(ComponentTreeOptions::FromSettings()) {}
 
 void clsControlCustomSetup::OnLoad() {
     // A product always installed cannot be cleared: its box is checked and locked.
@@ -42,6 +45,7 @@ void clsControlCustomSetup::OnLoad() {
         item.CheckBox = CheckBoxState::kCheckedLocked;
         item.Selected = true;
     }
+    (void)walk_.Establish();
     requiredCaption_ = Text("SpaceRequiredLabel");
     availableCaption_ = Text("SpaceAvailableLabel");
     const bool showSpace = gSetupsIni == nullptr || gSetupsIni->ShowDiskSpaceInComponentDialog();
@@ -109,7 +113,7 @@ void clsControlCustomSetup::OnClick(const std::string& control, int) {
 std::string clsControlCustomSetup::LockReason(int index) const {
     const clsSIFApplicationItem* item = gApplications.Item(index);
     if (item == nullptr) return {};
-    const std::string locker = LockedBy(index);
+    const std::string locker = walk_.LockedBy(index);
     const clsSIFApplicationItem* by = gApplications.Item(gApplications.IndexOfProductCode(locker));
     if (by != nullptr && by != item) return Numbered(TextNo::kComponentLockedBy, {NameOf(*item), NameOf(*by)});
     return Numbered(TextNo::kComponentLocked, {NameOf(*item)});
@@ -119,36 +123,27 @@ void clsControlCustomSetup::OnNodeCheck(const std::string& control, int node) {
     const int index = tree_.IndexOf(node);
     if (control != kTree || index == 0) return;
     clsSIFApplicationItem& item = *gApplications.Item(index);
-    if (!CanToggle(index)) {
-        const std::string locker = LockedBy(index);
+    if (!walk_.CanToggle(index)) {
+        const std::string locker = walk_.LockedBy(index);
         LogIfEnabled("Component " + item.ProductCode + " is locked" + (locker.empty() ? "" : " by " + locker) + ": not changed.");
         Status(LockReason(index));
         ShowCursor();
         Renderer().Refresh(Form());
         return;
     }
-    ToggleBox(index);
+    const auto changes = walk_.Toggle(index);
     LogIfEnabled("Component " + item.ProductCode + (item.Selected ? " selected" : " cleared") + " by the user.");
+    for (const auto& change : changes) {
+        const clsSIFApplicationItem* changed = gApplications.Item(change.index);
+        const clsSIFApplicationItem* cause = gApplications.Item(change.causeIndex);
+        if (changed == nullptr || change.index == index) continue;
+        LogIfEnabled("   " + changed->ProductCode + ": " + std::to_string(change.oldCheckBox) + " -> " +
+                     std::to_string(change.newCheckBox) + (cause != nullptr ? " (by " + cause->ProductCode + ")" : ""));
+    }
     Status("");
     ShowTree();
     ShowCursor();
     Renderer().Refresh(Form());
-}
-
-bool clsControlCustomSetup::CanToggle(int index) {
-    const clsSIFApplicationItem* item = gApplications.Item(index);
-    return item != nullptr && !uscTreeListView::IsLocked(item->CheckBox) && !item->AlwaysLocked && item->VersionType != 1;
-}
-
-void clsControlCustomSetup::ToggleBox(int index) {
-    clsSIFApplicationItem& item = *gApplications.Item(index);
-    item.Selected = !CheckBoxIsChecked(item.CheckBox);
-    item.CheckBox = item.Selected ? CheckBoxState::kChecked : CheckBoxState::kUnchecked;
-}
-
-std::string clsControlCustomSetup::LockedBy(int index) {
-    const clsSIFApplicationItem* item = gApplications.Item(index);
-    return item != nullptr ? item->LockedCheckboxApp : std::string();
 }
 
 void clsControlCustomSetup::SettleStates() {
@@ -180,6 +175,23 @@ bool clsControlCustomSetup::SelectionFits() const {
     return false;
 }
 
+void clsControlCustomSetup::Record() {
+    AutoIniAnswers answers;
+    if (gSetupsIni != nullptr) answers.createdWith = gSetupsIni->CDTitle();
+    answers.setupVersion = clsPrintLog::Version();
+    answers.setupLanguage = DefaultLanguage;
+    if (const clsSIFApplicationItem* first = gApplications.Item(1)) {
+        answers.idName = first->UserName;
+        answers.idCompany = first->CompanyName;
+        answers.generalDrive = first->DestDrive;
+    }
+    answers.installLanguage = ProductLanguages;
+    answers.bus = SelectedBusSystem;
+    answers.newInstallation = !UpdateMode;
+    clsSilentMode recorder;
+    if (recorder.CreateAutoIni(answers, gApplications)) clsSilentMode::ShowRecordedMessage();
+}
+
 bool clsControlCustomSetup::OnContinue() {
     SettleStates();
     const auto& items = gApplications.Items();
@@ -194,6 +206,7 @@ bool clsControlCustomSetup::OnContinue() {
         if (item.Selected) chosen += " " + item.ProductCode;
     }
     LogIfEnabled("Selected products:" + chosen);
+    if (RecordMode) Record();
     return true;
 }
 

@@ -13,6 +13,7 @@
 // installed is checked and locked).
 #include <string>
 
+#include "wizard/clsSelectionWalk.h"
 #include "wizard/pages/clsComponentTree.h"
 #include "wizard/pages/clsControlPage.h"
 
@@ -40,10 +41,10 @@ private:
     [[nodiscard]] std::string LockReason(int index) const;
     [[nodiscard]] bool SelectionFits() const;
     static void SettleStates();
-    // The box rules, until the dependency walk takes them over.
-    [[nodiscard]] static bool CanToggle(int index);
-    static void ToggleBox(int index);
-    [[nodiscard]] static std::string LockedBy(int index);
+    /// Record mode: the answer file, and the message that it is written.
+    static void Record();
+
+    clsSelectionWalk walk_;
 
     clsComponentTree tree_;
     std::string requiredCaption_;

@@ -1,0 +1,70 @@
+#pragma once
+// The answer file "Tovel_Auto.ini": record mode writes the person's answers to it when the
+// component page is left, so the same installation can be repeated without dialogs. What the
+// wizard knows (language, identification, drive, languages, bus, new or update) comes in as
+// AutoIniAnswers, filled by the page, because this layer sits below the wizard's globals.
+#include <cstdint>
+#include <string>
+
+namespace tovel {
+
+class clsIniFile;
+class clsPlaceholder;
+class clsSIFApplication;
+class clsSIFApplicationItem;
+
+/// The GENERAL answers of an answer file, in the order they are written.
+struct AutoIniAnswers {
+    std::string createdWith;       ///< the disc's title
+    std::string setupVersion;      ///< the program's version: "major.minor.revision"
+    int16_t setupLanguage = 1;     ///< setup language index 0..5
+    std::string idName;
+    std::string idCompany;
+    std::string generalDrive;      ///< "C:"
+    std::string installLanguage;   ///< the chosen product languages' letters: "AB"
+    std::string bus;               ///< the chosen bus system's number
+    bool newInstallation = true;   ///< false for an update
+};
+
+class clsSilentMode {
+public:
+    static constexpr const char* kFileName = "Tovel_Auto.ini";
+    /// Shown after recording; names "Tovel_AutoFile.ini" although the file written is
+    /// "Tovel_Auto.ini", as deployment scripts of existing discs expect.
+    static constexpr const char* kRecordedMessage =
+        "The recording is finished. The file Tovel_AutoFile.ini was created in the windowsfolder.";
+
+    /// The folder the file goes to (with a trailing backslash); "" means the Windows folder.
+    [[nodiscard]] const std::string& TargetPath() const { return targetPath_; }
+    void SetTargetPath(const std::string& path) { targetPath_ = path; }
+    /// Where CreateAutoIni writes: TargetPath followed by "Tovel_Auto.ini", else the file in
+    /// the Windows folder.
+    [[nodiscard]] std::string RecordPath() const;
+
+    /// Deletes an earlier answer file and writes GENERAL, DIALOGS and one section per
+    /// product of the catalogue (DestinationDrive, Selected, DestinationPath). Returns false
+    /// and logs when the file cannot be written.
+    bool CreateAutoIni(const AutoIniAnswers& answers, const clsSIFApplication& catalogue);
+    /// The same as CreateAutoIni.
+    bool CreateAutoIni2(const AutoIniAnswers& answers, const clsSIFApplication& catalogue);
+    /// Tells the person that the recording is finished (a message box with OK).
+    static void ShowRecordedMessage();
+
+    /// Reads the per-product sections of an answer file into the catalogue: a non-empty
+    /// DestinationDrive sets drive and path (placeholders expanded when placeholders are
+    /// given), then Selected marks the product as the file says. A product without a section
+    /// (a missing file has none) keeps its record as it is.
+    static void ReadApplications(clsIniFile& answers, clsSIFApplication& catalogue, const clsPlaceholder* placeholders);
+    /// True when one of the product's version actions is exactly "$DoNotInstall$".
+    [[nodiscard]] static bool DoNotInstall(const clsSIFApplicationItem& item);
+
+private:
+    void WriteGeneral(clsIniFile& ini, const AutoIniAnswers& answers) const;
+    static void WriteApplication(clsIniFile& ini, const clsSIFApplicationItem& item);
+    static void ReadApplication(clsIniFile& ini, clsSIFApplicationItem& item, const clsPlaceholder* placeholders);
+    static void MarkSelected(clsSIFApplicationItem& item, bool selectedInFile);
+
+    std::string targetPath_;
+};
+
+} // namespace tovel
