@@ -50,6 +50,9 @@ inline constexpr int kDoneAborted = 307;
 inline constexpr int kDoneSomeFailed = 308;         ///< %1 the log file
 inline constexpr int kSearching = 309;              ///< %1 drive or server
 inline constexpr int kFileNotOpened = 310;          ///< %1 file
+inline constexpr int kComponentLockedBy = 320;      ///< %1 product, %2 the product that locked it
+inline constexpr int kComponentLocked = 321;        ///< %1 product
+inline constexpr int kTreeLegendFirst = 323;        ///< 323 to 326 the box states 1, 2, 4, 8; 327 a grey box
 
 inline constexpr int kCloseQuestion = 401;
 inline constexpr int kInsertDisc = 402;             ///< followed by two line breaks and the disc name

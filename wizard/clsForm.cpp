@@ -66,6 +66,14 @@ void clsForm::RaiseTimer(const std::string& timer) {
     if (events_ != nullptr) events_->Timer(timer);
 }
 
+void clsForm::RaiseNodeCheck(const std::string& control, int node) {
+    clsFormControl* target = Control(control);
+    if (target == nullptr || target->kind != ControlKind::TreeListView || !target->visible || !target->enabled) return;
+    if (node < 0 || static_cast<size_t>(node) >= target->nodes.size()) return;
+    target->value = node;
+    if (events_ != nullptr) events_->NodeCheck(control, node);
+}
+
 void clsForm::RaiseQueryUnload() {
     if (events_ != nullptr) events_->FormQueryUnload();
 }

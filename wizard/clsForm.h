@@ -8,9 +8,13 @@
 #include <string>
 #include <vector>
 
+#include "wizard/TreeListNode.h"
+
 namespace tovel {
 
-enum class ControlKind : uint8_t { Label, CommandButton, OptionButton, CheckBox, TextBox, ListBox, Image, Frame };
+/// TreeListView is the component tree (uscTreeListView): its lines are `nodes`, its cursor
+/// is `value`, and `items` holds the names of the four box states for its legend.
+enum class ControlKind : uint8_t { Label, CommandButton, OptionButton, CheckBox, TextBox, ListBox, Image, Frame, TreeListView };
 
 struct clsFormControl {
     std::string name{};
@@ -20,11 +24,12 @@ struct clsFormControl {
     std::string caption{};         ///< label, button and option texts; a text box's text
     bool visible = true;
     bool enabled = true;
-    int value = 0;                 ///< option and check box: 1 chosen, 0 not
+    int value = 0;                 ///< option and check box: 1 chosen, 0 not; list and tree: the line chosen
     bool multiLine = false;        ///< text box with several lines (licence, readme)
     bool locked = false;           ///< text box the user cannot change
     std::string picture{};         ///< image: the bitmap file shown
-    std::vector<std::string> items{}; ///< list box lines
+    std::vector<std::string> items{}; ///< list box lines; a tree's legend: the states 1, 2, 4, 8 named
+    std::vector<TreeListNode> nodes{}; ///< tree list lines
     bool isDefault = false;        ///< Enter presses it
     bool isCancel = false;         ///< Esc presses it
 };
@@ -45,6 +50,8 @@ public:
     virtual void Click(const std::string& /*control*/, int /*index*/) {}
     virtual void Change(const std::string& /*control*/, int /*index*/) {}
     virtual void Timer(const std::string& /*timer*/) {}
+    /// The user asks to flip the box of a tree's line; the controller decides what changes.
+    virtual void NodeCheck(const std::string& /*control*/, int /*node*/) {}
     /// The close box: the controller decides; the form stays unless it unloads itself.
     virtual void FormQueryUnload() {}
 };
@@ -87,6 +94,9 @@ public:
     void RaiseClick(const std::string& control, int index = -1);
     void RaiseChange(const std::string& control, int index, const std::string& text);
     void RaiseTimer(const std::string& timer);
+    /// A tree line's box: the cursor moves to the line, then the controller hears. Nothing
+    /// for a hidden or disabled tree or a line it does not have.
+    void RaiseNodeCheck(const std::string& control, int node);
     void RaiseQueryUnload();
 
 private:

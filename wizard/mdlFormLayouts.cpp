@@ -121,6 +121,8 @@ Ctl Edit(std::string_view name, Rect r) { return {ControlKind::TextBox, name, r,
 /// The text of a file the user reads and cannot change (licence, readme).
 Ctl Memo(std::string_view name, Rect r) { return Ctl(ControlKind::TextBox, name, r, "").ReadOnlyLines(); }
 Ctl List(std::string_view name, Rect r) { return {ControlKind::ListBox, name, r, ""}; }
+/// The component tree (uscTreeListView); its lines come from the controller.
+Ctl Tree(std::string_view name, Rect r) { return {ControlKind::TreeListView, name, r, ""}; }
 /// The picture names the Setups.ini key of its bitmap; the controller resolves it.
 Ctl Image(std::string_view name, Rect r, std::string_view bitmapKey) {
     return Ctl(ControlKind::Image, name, r, "").Shows(bitmapKey);
@@ -349,7 +351,8 @@ clsForm BusSystem(std::string_view name, const Look& look) {
 }
 
 // The component page in two arrangements: the tree beside its description (both sets) or,
-// in the MSI set's alternative page, over it.
+// in the MSI set's alternative page, over it. The status line under the tree says why a box
+// did not move.
 void AddComponentButtons(clsForm& form, const Look& look) {
     AddButtons(form, look, kAllButtons);
     form.Control("ContinueBtn")->caption = "Install";   // Next on this page starts the installation
@@ -360,7 +363,8 @@ clsForm CustomSetup(std::string_view name, const Look& look) {
     const Area& c = look.content;
     AddTitle(form, look, "TitleLabel", "Select components");
     form.Add(Label("CustomSetupLabel", c.Row(0, 480), "Select the products to install."));
-    form.Add(List("ProductList", c.At(0, 600, 3960, 2940)));
+    form.Add(Tree("ProductTree", c.At(0, 600, 3960, 2580)));
+    form.Add(Label("StatusLabel", c.At(0, 3285, 3960, 255), ""));
     form.Add(Frame("DescriptionFrame", c.Rest(4200, 540, 2280), "Description"));
     form.Add(Label("DescriptionLabel", c.At(4320, 840, c.width - 4440, 1860), ""));
     form.Add(Label("SpaceRequiredLabel", c.Rest(4200, 2970, 255), "Space required:"));
@@ -374,7 +378,8 @@ clsForm CustomSetupGolden(std::string_view name, const Look& look) {
     const Area& c = look.content;
     AddTitle(form, look, "TitleLabel", "Select components");
     form.Add(Label("CustomSetupLabel", c.Row(0, 480), "Select the products to install."));
-    form.Add(List("ProductList", c.Row(600, 1680)));
+    form.Add(Tree("ProductTree", c.Row(600, 1440)));
+    form.Add(Label("StatusLabel", c.Row(2070, 255), ""));
     form.Add(Frame("DescriptionFrame", c.At(0, 2340, c.width - 3000, 1200), "Description"));
     form.Add(Label("DescriptionLabel", c.At(120, 2580, c.width - 3240, 840), ""));
     form.Add(Label("SpaceRequiredLabel", c.Rest(c.width - 2760, 2640, 255), "Space required:"));

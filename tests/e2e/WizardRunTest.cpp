@@ -83,5 +83,35 @@ TEST_F(WizardRun, GermanAndTheSecondFormSet) {
     EXPECT_EQ(Output().find("\n! "), std::string::npos) << Output();
 }
 
+// The product tree of the sample disc clicked through: a box cleared, a locked box refused
+// with the status line naming why, the tree printed, and the choice logged on Install.
+class ProductTreeRun : public WizardRun, public ::testing::WithParamInterface<bool> {};
+
+TEST_P(ProductTreeRun, IsClickedThroughInEitherFormSet) {
+    const bool oldForms = GetParam();
+    std::string disc = ReadDisc("Setups.ini");
+    disc.insert(disc.find("[SETTINGS]\r\n") + 12, oldForms ? "OldForms=True\r\n" : "OldForms=False\r\n");
+    WriteDisc("Setups.ini", disc);
+    std::string script = kForwards;
+    if (!oldForms) script.replace(script.find("click YesBtn\n"), 13, "click optYes\nclick ContinueBtn\n");
+    const std::string products = "click ContinueBtn\nclick AbordBtn\n";   // products, then installation
+    script.replace(script.find(products), products.size(),
+                   "focus DESIGNER\ntoggle DESIGNER\ntoggle TOVBASE\nprint\n" + products);
+    ASSERT_EQ(Run({}, {"--create=xppro"}, script), kAborted) << Output();
+    EXPECT_NE(Output().find(oldForms ? "== frmCustomSetup" : "== frmMSICustomSetup"), std::string::npos) << Output();
+    EXPECT_NE(Output().find("  >   [ ] Tovel Designer 2026"), std::string::npos) << Output();
+    EXPECT_NE(Output().find("[#] selected, locked"), std::string::npos) << Output();
+    EXPECT_NE(Output().find("cannot be changed"), std::string::npos) << Output();
+    EXPECT_EQ(Output().find("\n! "), std::string::npos) << Output();
+    const std::string log = ReadMachine("drive_c/TOVELSETUP.LOG");
+    EXPECT_NE(log.find("Component DESIGNER cleared by the user."), std::string::npos) << log;
+    EXPECT_NE(log.find("Component TOVBASE is locked"), std::string::npos) << log;
+    const size_t chosen = log.find("Selected products: TOVBASE");
+    ASSERT_NE(chosen, std::string::npos) << log;
+    EXPECT_EQ(log.substr(chosen, log.find('\r', chosen) - chosen).find("DESIGNER"), std::string::npos);
+}
+
+INSTANTIATE_TEST_SUITE_P(BothSets, ProductTreeRun, ::testing::Bool());
+
 } // namespace
 } // namespace tovel::test

@@ -25,6 +25,7 @@
 #include "wizard/pages/clsControlSetupType.h"
 #include "wizard/clsDialogOrder.h"
 #include "install/clsDumpFile.h"
+#include "wizard/uscTreeListView.h"
 
 #ifndef _WIN32
 #include <filesystem>
@@ -42,6 +43,21 @@ using test::Inspect;
 using test::Type;
 using Action = test::ScriptedRenderer::Action;
 using Lines = std::vector<std::string>;
+
+// Flips the box of a tree line named by its product code, as Space or a script does.
+Action Toggle(const std::string& code) {
+    return [code](clsForm& form) {
+        clsFormControl* tree = form.Control("ProductTree");
+        form.RaiseNodeCheck("ProductTree", tree != nullptr ? uscTreeListView::Find(*tree, code) : -1);
+    };
+}
+
+Lines Keys(clsForm& form) {
+    Lines keys;
+    for (const auto& node : form.Control("ProductTree")->nodes) keys.push_back(node.key + "/" + std::to_string(node.state));
+    return keys;
+}
+
 
 class Pages : public test::CatalogueFixture {
 protected:
@@ -529,27 +545,137 @@ TEST_F(DestinationPage, TheFolderDialogAndAPathThatIsNoFullPath) {
     EXPECT_EQ(After("frmDestination"), "frmCustomSetup");
 }
 
-// ---- The interim component and installation pages ---------------------------------------
-
-TEST_F(Pages, TheComponentPageShowsTheCheckStatesAsTheyAre) {
-    auto locked = Product("BETA", false);
-    locked.CheckBox = CheckBoxState::kUncheckedLocked;
-    auto hidden = Product("GAMMA", true);
-    hidden.HideInstall = true;
-    auto invisible = Product("DELTA", true);
-    invisible.Visible = false;
-    for (const auto& item : {Product("ALPHA", true), locked, hidden, invisible}) gApplications.AddItem(item);
+TEST_F(DestinationPage, TheComponentPageRefusesASelectionTooBigForItsDrive) {
+#ifdef _WIN32
+    GTEST_SKIP() << "needs drives whose free space the test sets";
+#else
+    Drives();
     Run<clsControlCustomSetup>({
         Inspect([](clsForm& form) {
-            EXPECT_EQ(form.Control("ProductList")->items,
-                      (Lines{"[x] ALPHA product (checkbox)", "[ ] BETA product (disableduncheckbox)"}));
+            EXPECT_EQ(Caption(form, "SpaceRequiredLabel"), "Space required: C: 700 MB");
+            EXPECT_EQ(Caption(form, "SpaceAvailableLabel"), "Space available: C: 500 MB");
         }),
-        ChooseLine("ProductList", 1),
-        Inspect([](clsForm& form) { EXPECT_EQ(Caption(form, "DescriptionLabel"), "All about BETA"); }),
+        Click("ContinueBtn"),
+        Toggle("VIEWER"),
         Click("ContinueBtn"),
     });
-    EXPECT_FALSE(gApplications.Item(2)->Selected);   // nothing changed
+    EXPECT_EQ(messages_, (Lines{"There is not enough free space on drive C:.\r\nRequired: 700 MB, available: 500 MB.\r\n"
+                                "Please free some space or choose another drive."}));
+    EXPECT_TRUE(Logged("Not enough free space on drive C: (required 700 MB, available 500 MB): the page stays."));
+    EXPECT_EQ(After("frmCustomSetup"), "frmInstallation");   // 300 MB fit
+#endif
+}
+
+// ---- The interim component and installation pages ---------------------------------------
+
+TEST_F(Pages, TheComponentTreeShowsPacketsAndProductsAndABoxChangesItsRecord) {
+    clsSIFPacketItem packet;
+    packet.ProductCode = "STATION";
+    packet.Description = "Station";
+    packet.Selected = true;
+    for (const char* code : {"beta", "ALPHA", "GAMMA"}) packet.Add(code);   // codes as a packet file writes them
+    gPackets.AddItem(packet);
+    auto hidden = Product("GAMMA", true);
+    hidden.HideInstall = true;
+    auto invisible = Product("DELTA", false);
+    invisible.Visible = false;
+    auto grey = Product("EPSILON", true);
+    grey.DoGrayChkBox = true;
+    for (const auto& item : {Product("ALPHA", true, 120), Product("BETA", false, 30), hidden, invisible, grey}) gApplications.AddItem(item);
+    Run<clsControlCustomSetup>({
+        Inspect([](clsForm& form) {
+            EXPECT_EQ(Keys(form), (Lines{"STATION/0", "BETA/2", "ALPHA/1", "EPSILON/1"}));
+            const auto& tree = *form.Control("ProductTree");
+            EXPECT_EQ(tree.nodes[1].level, 1);
+            EXPECT_EQ(tree.nodes[3].level, 0);   // outside every packet
+            EXPECT_TRUE(tree.nodes[3].grey);
+            EXPECT_EQ(tree.items.size(), 5u);    // the legend's names
+            EXPECT_EQ(tree.value, 1);            // the cursor starts on the first box
+            EXPECT_EQ(Caption(form, "DescriptionLabel"), "All about BETA");
+            EXPECT_EQ(Caption(form, "SpaceRequiredLabel"), "Space required: C: 120 MB");
+        }),
+        Toggle("BETA"),
+        Inspect([](clsForm& form) {
+            EXPECT_EQ(Keys(form)[1], "BETA/1");
+            EXPECT_EQ(Caption(form, "SpaceRequiredLabel"), "Space required: C: 150 MB");
+        }),
+        ChooseLine("ProductTree", 2),
+        Inspect([](clsForm& form) { EXPECT_EQ(Caption(form, "DescriptionLabel"), "All about ALPHA"); }),
+        Click("ContinueBtn"),
+    });
+    EXPECT_TRUE(gApplications.Item(2)->Selected);
+    EXPECT_TRUE(gApplications.Item(3)->Selected);    // hidden, installed all the same
+    EXPECT_FALSE(gApplications.Item(4)->Selected);   // invisible, left as it was
+    EXPECT_EQ(gApplications.Item(4)->CheckBox, CheckBoxState::kUnchecked);
+    EXPECT_TRUE(Logged("Component BETA selected by the user."));
+    EXPECT_TRUE(Logged("Selected products: ALPHA BETA GAMMA EPSILON"));
     EXPECT_EQ(After("frmCustomSetup"), "frmInstallation");
+}
+
+TEST_F(Pages, ALockedBoxStaysAndTheStatusLineSaysWhoLockedIt) {
+    auto base = Product("BASE", true);
+    base.AddSetupDependence("VIEWER", DependenceType::Force, "");   // BASE forces VIEWER in and locks it
+    auto always = Product("LICENSE", false);
+    always.AlwaysInstall = true;
+    for (const auto& item : {base, Product("VIEWER", false), always}) gApplications.AddItem(item);
+    Run<clsControlCustomSetup>({
+        Inspect([](clsForm& form) { EXPECT_EQ(Keys(form), (Lines{"BASE/1", "VIEWER/4", "LICENSE/4"})); }),
+        Toggle("VIEWER"),
+        Inspect([](clsForm& form) {
+            EXPECT_EQ(Keys(form)[1], "VIEWER/4");
+            EXPECT_EQ(Caption(form, "StatusLabel"), "VIEWER product is needed by BASE product and cannot be changed.");
+        }),
+        Toggle("LICENSE"),
+        Inspect([](clsForm& form) {
+            EXPECT_EQ(Caption(form, "StatusLabel"), "LICENSE product cannot be changed on this computer.");
+        }),
+        ChooseLine("ProductTree", 0),
+        Inspect([](clsForm& form) { EXPECT_EQ(Caption(form, "StatusLabel"), ""); }),   // a move clears it
+        Click("ContinueBtn"),
+    });
+    EXPECT_TRUE(gApplications.Item(2)->Selected);
+    EXPECT_TRUE(gApplications.Item(3)->Selected);   // always installed
+    EXPECT_TRUE(Logged("Component VIEWER is locked by BASE: not changed."));
+}
+
+TEST_F(Pages, AnEmptySelectionIsRefusedWithAMessage) {
+    gApplications.AddItem(Product("BASE", true));
+    Run<clsControlCustomSetup>({
+        Toggle("BASE"),
+        Click("ContinueBtn"),
+        Inspect([this](clsForm& form) {
+            EXPECT_TRUE(form.Shown());
+            EXPECT_EQ(messages_, (Lines{"Please select at least one product."}));
+        }),
+        Toggle("BASE"),
+        Click("ContinueBtn"),
+    });
+    EXPECT_TRUE(Logged("No product is selected: the page stays."));
+    EXPECT_EQ(After("frmCustomSetup"), "frmInstallation");
+}
+
+TEST_F(Pages, OnlyTheChosenPacketsProductsShowAndInstalledOnesAreGreyWithUPGrayCheckBox) {
+    Settings("OnlyPacketProductCodeListIsVisible=True\r\nUPGrayCheckBox=True\r\nShowDriveSelectionInComponentDialog=False\r\n"
+             "ShowDiskSpaceInComponentDialog=False\r\n");
+    clsSIFPacketItem packet;
+    packet.ProductCode = "RUNTIME";
+    packet.Selected = true;
+    packet.Add("BASE");
+    gPackets.AddItem(packet);
+    auto base = Product("BASE", true, 100);
+    base.InstalledVersion = "1.0";
+    for (const auto& item : {base, Product("OTHER", false)}) gApplications.AddItem(item);
+    Run<clsControlCustomSetup>({
+        Inspect([](clsForm& form) {
+            EXPECT_EQ(Keys(form), (Lines{"RUNTIME/0", "BASE/1"}));
+            const TreeListNode& node = form.Control("ProductTree")->nodes[1];
+            EXPECT_TRUE(node.grey);
+            EXPECT_EQ(node.megabytes, -1);   // no space shown
+            EXPECT_EQ(node.drive, "");       // no drive shown
+            EXPECT_FALSE(form.Control("SpaceRequiredLabel")->visible);
+        }),
+        Click("ContinueBtn"),
+    });
 }
 
 TEST_F(Pages, TheInstallationPageListsTheChoiceAndAsksBeforeItIsAborted) {

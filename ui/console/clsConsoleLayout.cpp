@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "ui/console/clsTextWidth.h"
+#include "ui/console/clsTreeListText.h"
 
 namespace tovel {
 
@@ -21,7 +22,8 @@ constexpr int kMarkerWidth = 4;   // "(o) " and "[x] "
 bool IsBackground(ControlKind kind) { return kind == ControlKind::Frame || kind == ControlKind::Image; }
 
 bool HasLines(const clsFormControl& c) {
-    return (c.kind == ControlKind::TextBox && c.multiLine) || c.kind == ControlKind::ListBox;
+    return (c.kind == ControlKind::TextBox && c.multiLine) || c.kind == ControlKind::ListBox ||
+           c.kind == ControlKind::TreeListView;
 }
 
 int Round(double value) { return static_cast<int>(std::lround(value)); }
@@ -49,6 +51,7 @@ int NeededRows(const clsFormControl& c, int width) {
 
 std::vector<std::string> ContentLines(const clsFormControl& c, int width) {
     if (c.kind == ControlKind::ListBox) return c.items;
+    if (c.kind == ControlKind::TreeListView) return clsTreeListText::Lines(c);
     return clsTextWidth::Wrap(c.caption, width);
 }
 
@@ -189,6 +192,7 @@ private:
         case ControlKind::CheckBox: p.focusable = true; break;
         case ControlKind::TextBox: p.focusable = !c.locked || p.ScrollLimit() > 0; break;
         case ControlKind::ListBox: p.focusable = !c.items.empty(); break;   // a line can be chosen
+        case ControlKind::TreeListView: p.focusable = !c.nodes.empty(); break;
         default: break;
         }
     }
@@ -283,8 +287,12 @@ void DrawLines(clsScreenGrid& grid, const clsFormControl& c, const ControlPlace&
     if (border) Box(grid, r, focused ? '=' : '-', focused ? static_cast<uint8_t>(attr | cell::kBold) : attr);
     const auto lines = ContentLines(c, t.w);
     for (int i = 0; i < t.h && scroll + i < static_cast<int>(lines.size()); ++i) {
-        grid.Put(t.x, t.y + i, lines[static_cast<size_t>(scroll + i)], attr, t.w);
-        if (c.kind == ControlKind::ListBox && scroll + i == c.value) grid.Mark({t.x, t.y + i, t.w, 1}, cell::kReverse);
+        const int line = scroll + i;
+        const bool grey = c.kind == ControlKind::TreeListView && line < static_cast<int>(c.nodes.size()) &&
+                          c.nodes[static_cast<size_t>(line)].grey;
+        grid.Put(t.x, t.y + i, lines[static_cast<size_t>(line)], grey ? cell::kDim : attr, t.w);
+        const bool chosen = c.kind == ControlKind::ListBox || c.kind == ControlKind::TreeListView;
+        if (chosen && line == c.value) grid.Mark({t.x, t.y + i, t.w, 1}, cell::kReverse);
     }
     const int limit = p.ScrollLimit();
     if (limit <= 0) return;
@@ -421,7 +429,8 @@ void clsConsoleLayout::Draw(const clsForm& form, const FormPlace& place, const F
                 if (c.multiLine) DrawLines(grid, c, p, scroll, focused);
                 else DrawField(grid, c, p.rect, focused);
                 break;
-            case ControlKind::ListBox: DrawLines(grid, c, p, scroll, focused); break;
+            case ControlKind::ListBox:
+            case ControlKind::TreeListView: DrawLines(grid, c, p, scroll, focused); break;
             case ControlKind::Image: DrawImage(grid, c, p.rect); break;
             case ControlKind::Frame:
                 // A rule that rounding put on a row with text would cut through it: left out.

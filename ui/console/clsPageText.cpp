@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "ui/console/clsTextWidth.h"
+#include "ui/console/clsTreeListText.h"
 
 namespace tovel {
 
@@ -64,6 +65,14 @@ std::string clsPageText::ControlText(const clsFormControl& c) {
         for (size_t i = 0; i < c.items.size(); ++i) {
             text += (static_cast<int>(i) == c.value ? "  > " : "  - ") + c.items[i] + "\n";
         }
+        return text;
+    case ControlKind::TreeListView:
+        // Each line ends in its key, the name a script toggles it by; the cursor is ">".
+        text = ControlId(c) + Marks(c) + ":\n";
+        for (size_t i = 0; i < c.nodes.size(); ++i) {
+            text += (static_cast<int>(i) == c.value ? "  > " : "    ") + clsTreeListText::Line(c.nodes[i]) + "  " + c.nodes[i].key + "\n";
+        }
+        if (const std::string legend = clsTreeListText::Legend(c); !legend.empty()) text += "  " + legend + "\n";
         return text;
     case ControlKind::Image: return "<picture: " + (c.picture.empty() ? "none" : c.picture) + ">" + tail;
     case ControlKind::Frame: return (c.caption.empty() ? std::string("------") : "--- " + clsTextWidth::OneLine(c.caption) + " ---") + tail;

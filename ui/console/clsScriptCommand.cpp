@@ -11,10 +11,11 @@ namespace tovel {
 
 namespace {
 
-constexpr std::array<std::pair<ScriptVerb, const char*>, 11> kVerbs = {{
+constexpr std::array<std::pair<ScriptVerb, const char*>, 14> kVerbs = {{
     {ScriptVerb::Click, "click"}, {ScriptVerb::Choose, "choose"}, {ScriptVerb::Tick, "tick"},
     {ScriptVerb::Untick, "untick"}, {ScriptVerb::Type, "type"}, {ScriptVerb::Select, "select"}, {ScriptVerb::Enter, "enter"},
     {ScriptVerb::Esc, "esc"}, {ScriptVerb::Close, "close"}, {ScriptVerb::Timer, "timer"}, {ScriptVerb::Wait, "wait"},
+    {ScriptVerb::Toggle, "toggle"}, {ScriptVerb::Focus, "focus"}, {ScriptVerb::Print, "print"},
 }};
 
 bool IsBlank(char c) { return c == ' ' || c == '\t'; }
@@ -128,7 +129,7 @@ ScriptCommand clsScriptCommand::Parse(std::string_view line) {
     switch (command.verb) {
     case ScriptVerb::None:
         return Wrong("unknown action \"" + std::string(word) +
-                     "\" (click, choose, tick, untick, type, select, enter, esc, close, timer, wait)");
+                     "\" (click, choose, tick, untick, type, select, enter, esc, close, timer, wait, toggle, focus, print)");
     case ScriptVerb::Click:
     case ScriptVerb::Choose:
     case ScriptVerb::Tick:
@@ -148,9 +149,15 @@ ScriptCommand clsScriptCommand::Parse(std::string_view line) {
         if (!type && command.text.empty()) return Wrong("select needs a line after \"=\": its number from 0 or its text");
         return command;
     }
+    case ScriptVerb::Toggle:
+    case ScriptVerb::Focus:
+        command.text = ReadText(rest);
+        if (command.text.empty()) return Wrong(std::string(word) + " needs a line of the tree: its product code or its text");
+        return command;
     case ScriptVerb::Enter:
     case ScriptVerb::Esc:
     case ScriptVerb::Close:
+    case ScriptVerb::Print:
         if (!rest.empty()) return Wrong(std::string(word) + " takes nothing after it");
         return command;
     case ScriptVerb::Timer: {

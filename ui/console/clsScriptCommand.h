@@ -17,9 +17,14 @@
 //                                       timer's interval on the machine's clock and fires the
 //                                       running timers; count rounds, or until the form is
 //                                       left or none of its timers runs any more
+//           | "toggle" node             flip the box of a line of the form's tree
+//           | "focus" node              move the tree's cursor to a line (its description shows)
+//           | "print"                   print the form in front again, changed or not
 //   control = name [index] | name "(" index ")"      index: element of a control array
 //   line    = the line's number from 0, or its text: the same, else the same without regard
 //             to case, else the first line that begins with it (without regard to case)
+//   node    = a tree line: its key (the product code) exactly, else its key or text without
+//             regard to case, else the first text that begins with it
 //   text    = everything after the first "=", blanks at both ends removed; in double
 //             quotes ("  a b  ") it is kept as written, so "" is an empty text
 //
@@ -32,13 +37,14 @@
 
 namespace tovel {
 
-enum class ScriptVerb { None, Click, Choose, Tick, Untick, Type, Select, Enter, Esc, Close, Timer, Wait };
+enum class ScriptVerb { None, Click, Choose, Tick, Untick, Type, Select, Enter, Esc, Close, Timer, Wait, Toggle, Focus, Print };
 
 struct ScriptCommand {
     ScriptVerb verb = ScriptVerb::None;   ///< None: a blank or comment line, or a wrong one
     std::string control{};                ///< control name as written
     int index = -1;                       ///< control array element; -1 for none given
-    std::string text{};                   ///< type: the new text; select: the line; timer: the timer's name
+    std::string text{};                   ///< type: the new text; select: the line; timer: the timer's name;
+                                          ///< toggle, focus: the tree line
     int count = 1;                        ///< wait: how many rounds
     bool untilLeft = false;               ///< wait end: as many rounds as the form's timers run
     std::string error{};                  ///< why the line is wrong; empty when it is not

@@ -7,6 +7,7 @@
 
 #include "common/clsString.h"
 #include "ui/console/clsPageText.h"
+#include "wizard/uscTreeListView.h"
 
 namespace tovel {
 
@@ -28,6 +29,7 @@ const char* KindWord(ControlKind kind) {
     case ControlKind::ListBox: return "a list";
     case ControlKind::Image: return "a picture";
     case ControlKind::Frame: return "a frame";
+    case ControlKind::TreeListView: return "a tree";
     }
     return "a control";
 }
@@ -130,6 +132,9 @@ bool clsScriptRunner::Fits(clsForm& form, const std::string& line) {
     case ScriptVerb::Esc:
     case ScriptVerb::Close: return true;
     case ScriptVerb::Enter: return DefaultButton(form, false) != nullptr;
+    case ScriptVerb::Print: return true;
+    case ScriptVerb::Toggle:
+    case ScriptVerb::Focus: return uscTreeListView::Of(form) != nullptr;
     case ScriptVerb::Timer:
     case ScriptVerb::Wait: return AnyTimerRunning(form);
     default:
@@ -168,6 +173,13 @@ void clsScriptRunner::Perform(clsForm& form, const std::string& line) {
         return;
     case ScriptVerb::Timer: FireNamedTimers(form, command, line); return;
     case ScriptVerb::Wait: Wait(form, command, line); return;
+    case ScriptVerb::Toggle:
+    case ScriptVerb::Focus: OnTree(form, command, line); return;
+    case ScriptVerb::Print:
+        Echo(line, "");
+        out_ << clsPageText::Of(form) << '\n';
+        out_.flush();
+        return;
     default: return;   // blank or comment
     }
 }
@@ -180,9 +192,10 @@ std::string clsScriptRunner::Refusal(const clsFormControl& target, ScriptVerb ve
     switch (verb) {
     case ScriptVerb::Click:
         if (clickable) return {};
-        return is + (kind == ControlKind::TextBox   ? ": use type"
-                     : kind == ControlKind::ListBox ? ": use select"
-                                                    : " and cannot be clicked");
+        return is + (kind == ControlKind::TextBox        ? ": use type"
+                     : kind == ControlKind::ListBox      ? ": use select"
+                     : kind == ControlKind::TreeListView ? ": use toggle or focus"
+                                                         : " and cannot be clicked");
     case ScriptVerb::Choose: return kind == ControlKind::OptionButton ? std::string() : is + ", not an option";
     case ScriptVerb::Tick:
     case ScriptVerb::Untick: return kind == ControlKind::CheckBox ? std::string() : is + ", not a check box";
@@ -234,6 +247,36 @@ void clsScriptRunner::Select(clsForm& form, clsFormControl& list, const ScriptCo
     list.value = chosen;
     const std::string name = list.name;
     form.RaiseClick(name, list.index);
+}
+
+void clsScriptRunner::OnTree(clsForm& form, const ScriptCommand& command, const std::string& line) {
+    clsFormControl* tree = uscTreeListView::Of(form);
+    if (tree == nullptr) {
+        Wrong(line, form.Name() + " has no tree");
+        return;
+    }
+    if (!tree->enabled) {
+        Wrong(line, clsPageText::ControlId(*tree) + " is disabled");
+        return;
+    }
+    const int node = uscTreeListView::Find(*tree, command.text);
+    if (node < 0) {
+        Wrong(line, clsPageText::ControlId(*tree) + " has no line \"" + command.text + "\"");
+        return;
+    }
+    const TreeListNode& chosen = tree->nodes[static_cast<size_t>(node)];
+    if (command.verb == ScriptVerb::Toggle && !uscTreeListView::HasBox(chosen)) {
+        Wrong(line, "\"" + chosen.text + "\" has no box");
+        return;
+    }
+    Echo(line, "  (" + chosen.key + ")");
+    const std::string name = tree->name;   // the event may change the controls
+    if (command.verb == ScriptVerb::Toggle) {
+        form.RaiseNodeCheck(name, node);
+        return;
+    }
+    tree->value = node;
+    form.RaiseClick(name, tree->index);
 }
 
 void clsScriptRunner::Press(clsForm& form, bool cancel, const std::string& line) {

@@ -49,6 +49,8 @@ private:
     void OnControl(clsForm& form, const ScriptCommand& command, const std::string& line);
     void Select(clsForm& form, clsFormControl& list, const ScriptCommand& command, const std::string& line);
     void Press(clsForm& form, bool cancel, const std::string& line);
+    /// toggle and focus: a line of the form's tree.
+    void OnTree(clsForm& form, const ScriptCommand& command, const std::string& line);
     void FireNamedTimers(clsForm& form, const ScriptCommand& command, const std::string& line);
     void Wait(clsForm& form, const ScriptCommand& command, const std::string& line);
     void Echo(const std::string& line, const std::string& note);

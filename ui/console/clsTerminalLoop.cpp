@@ -113,8 +113,9 @@ bool clsTerminalLoop::ListKey(clsForm& form, const FormPlace& place, FormView& v
     const ControlPlace* p = place.Find(*view.focus);
     if (p == nullptr || *view.focus >= form.Controls().size()) return false;
     clsFormControl& list = form.Controls()[*view.focus];
-    if (list.kind != ControlKind::ListBox || !list.enabled || !list.visible) return false;
-    const int last = static_cast<int>(list.items.size()) - 1;
+    const bool tree = list.kind == ControlKind::TreeListView;
+    if ((list.kind != ControlKind::ListBox && !tree) || !list.enabled || !list.visible) return false;
+    const int last = static_cast<int>(tree ? list.nodes.size() : list.items.size()) - 1;
     const int page = std::max(p->text.h - 1, 1);
     const int from = list.value;
     int to = from;
@@ -205,6 +206,9 @@ void clsTerminalLoop::EditKey(clsForm& form, const clsFormControl* control, cons
     if (editable) {
         const std::string name = control->name;
         form.RaiseChange(name, control->index, control->caption + key.text);
+    } else if (key.text == " " && control != nullptr && control->kind == ControlKind::TreeListView) {
+        const std::string name = control->name;   // Space flips the box of the cursor's line
+        form.RaiseNodeCheck(name, control->value);
     } else if (key.text == " " && control != nullptr && control->kind != ControlKind::TextBox &&
                control->kind != ControlKind::ListBox) {
         Press(form, *control);

@@ -3,8 +3,9 @@
 // terminal's size; a form shown over another (a message over a page) is centred on it.
 // Tab, Shift-Tab and the arrows move the focus; Space presses, chooses or ticks; Enter
 // presses the focused button or else the default one; Esc presses the cancel button or else
-// the close box; PgUp, PgDn, Home, End and the arrows scroll a long text, and on a list move
-// its chosen line (drawn in reverse); typing and Backspace edit a text box; Ctrl-L draws the
+// the close box; PgUp, PgDn, Home, End and the arrows scroll a long text, and on a list or
+// the component tree move its chosen line (drawn in reverse); Space flips the box of the
+// tree's chosen line; typing and Backspace edit a text box; Ctrl-L draws the
 // screen anew. Timers fire by their intervals while keys are awaited. Keys are read from
 // standard input's terminal and the screen is drawn on standard output's.
 #include <chrono>
@@ -31,7 +32,7 @@ public:
     void Refresh(ConsoleShown& shown) override;
     void SetHourglass(bool busy) override;
 
-    /// A key for the focused list box of a form as placed: Up, Down, PgUp, PgDn, Home and
+    /// A key for the focused list box (or tree) of a form as placed: Up, Down, PgUp, PgDn, Home and
     /// End move its chosen line (setting `value`, raising Click, keeping the line in sight).
     /// False when the focus is on no list or the key is not one of those.
     static bool ListKey(clsForm& form, const FormPlace& place, FormView& view, KeyCode key);

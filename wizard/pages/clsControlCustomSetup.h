@@ -1,27 +1,54 @@
 #pragma once
-// The component page, for now without its tree: it lists the products shown in the tree
-// (Visible and not HideInstall), one line each with its check state as the catalogue holds
-// it ("[x] Base (checkbox)"), and the long description of the line chosen. Nothing can be
-// changed here yet; Continue goes on with the selection as it is.
-#include <vector>
+// The component page: the products of the catalogue in a tree (uscTreeListView), under the
+// packets that name them, each with its check box; the long description of the line under
+// the cursor; the space the selection needs on each drive against what the drive has free.
+//
+// A box changed by the person goes through clsSelectionWalk, which applies the dependency
+// links of every product that changed; the tree is then made anew from the records. A
+// locked box does not move, and the status line names the product that locked it.
+//
+// Continue refuses an empty selection and a selection that does not fit its drives (the
+// destination page's message), writes the answer file in record mode and tells so, and
+// leaves every record's state consistent: Selected follows the box (a product always
+// installed is checked and locked).
+#include <string>
 
+#include "wizard/clsSelectionWalk.h"
+#include "wizard/pages/clsComponentTree.h"
 #include "wizard/pages/clsControlPage.h"
 
 namespace tovel {
 
 class clsControlCustomSetup : public clsControlPage {
 public:
-    clsControlCustomSetup() : clsControlPage("frmCustomSetup") {}
-
-    /// The lines the page shows, in catalogue order.
-    [[nodiscard]] static std::vector<std::string> ProductLines();
+    clsControlCustomSetup();
 
 protected:
     void OnLoad() override;
     void OnClick(const std::string& control, int index) override;
+    void OnNodeCheck(const std::string& control, int node) override;
+    bool OnContinue() override;
 
 private:
-    std::vector<int> products_;   ///< the catalogue index (from 1) of each line
+    void SetLegend();
+    /// Makes the tree anew from the records, keeping the cursor on its product.
+    void ShowTree();
+    /// The description and the space figures for the line under the cursor.
+    void ShowCursor();
+    void ShowSpace();
+    void Status(const std::string& text);
+    /// Why a box does not move, for the status line.
+    [[nodiscard]] std::string LockReason(int index) const;
+    [[nodiscard]] bool SelectionFits() const;
+    static void SettleStates();
+    /// Record mode: the answer file, and the message that it is written.
+    static void Record();
+
+    clsSelectionWalk walk_;
+
+    clsComponentTree tree_;
+    std::string requiredCaption_;
+    std::string availableCaption_;
 };
 
 } // namespace tovel

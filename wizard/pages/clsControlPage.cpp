@@ -12,11 +12,13 @@ namespace tovel {
 
 void clsControlPage::Initialize() {
     const bool oldForms = gSetupsIni == nullptr || gSetupsIni->OldForms();
-    form_ = CreateForm(FormNameInSet(page_, oldForms));
+    form_ = CreateForm(FormName(oldForms));
     form_.SetCaption(ApplicationTitle);
     form_.SetEvents(this);
     Renderer().ShowModal(form_);
 }
+
+std::string clsControlPage::FormName(bool oldForms) const { return FormNameInSet(page_, oldForms); }
 
 void clsControlPage::FormLoad() {
     SetTexts();

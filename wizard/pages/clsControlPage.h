@@ -26,6 +26,7 @@ public:
     void FormActivate() override;
     void Click(const std::string& control, int index) override;
     void Change(const std::string& control, int index) override;
+    void NodeCheck(const std::string& control, int node) override { OnNodeCheck(control, node); }
     void FormQueryUnload() override;
 
     void SetTestFlag(bool test) { test_ = test; }
@@ -40,6 +41,9 @@ protected:
     virtual bool OnContinue() { return true; }
     virtual void OnClick(const std::string& /*control*/, int /*index*/) {}
     virtual void OnChange(const std::string& /*control*/, int /*index*/) {}
+    virtual void OnNodeCheck(const std::string& /*control*/, int /*node*/) {}
+    /// The form the page shows: its classic form, or the "frmMSI" twin without OldForms.
+    [[nodiscard]] virtual std::string FormName(bool oldForms) const;
 
     void ContinueBtnClick();
     void BackBtnClick();
