@@ -1,5 +1,6 @@
 #include "catalogue/clsDescriptionCheck.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "catalogue/CatalogueGlobals.h"
@@ -130,10 +131,23 @@ DescribedFile clsDescriptionCheck::Read(const std::string& path, std::vector<Dis
         } else {
             ReadPacket(ini, file, findings);
         }
+        AllowUnofferedSections(ini, known);
     }
     const auto unread = known.Check(path, outline);
     findings.insert(findings.end(), unread.begin(), unread.end());
     return file;
+}
+
+// The text sections of languages the disc does not offer are never read on this disc, but
+// would be on another: what they hold is not looked at.
+void clsDescriptionCheck::AllowUnofferedSections(clsIniFile& ini, clsIniKeyCheck& known) const {
+    std::string letters;
+    for (int language = 0; language < 6; ++language) {
+        if (std::find(languages_.begin(), languages_.end(), language) != languages_.end()) continue;
+        DefaultLanguage = static_cast<int16_t>(language);
+        const std::string name = gCommonSection.ProdInfoSection(ini, letters);
+        if (!name.empty()) known.AllowAnyKey(name);
+    }
 }
 
 void clsDescriptionCheck::ReadProduct(clsIniFile& ini, const std::vector<IniLine>& outline, DescribedFile& file,
@@ -191,7 +205,9 @@ void clsDescriptionCheck::MessageTexts(const DescribedFile& file, clsIniKeyCheck
 
 void clsDescriptionCheck::ReadPacket(clsIniFile& ini, DescribedFile& file, std::vector<DiscFinding>& findings) const {
     file.kind = DescribedFile::Kind::Packet;
-    for (const auto& section : TextSections(ini)) {
+    const auto sections = TextSections(ini);
+    if (sections.empty()) file.packet.Read(ini);
+    for (const auto& section : sections) {
         DefaultLanguage = static_cast<int16_t>(section.languages.front());
         file.packet.Read(ini);
         if (file.packet.Description.empty() && !clsString::EqualNoCaseAscii(section.name, "Japanese")) {

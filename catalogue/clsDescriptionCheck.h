@@ -51,6 +51,7 @@ private:
     void ReadPacket(clsIniFile& ini, DescribedFile& file, std::vector<DiscFinding>& findings) const;
     void CheckTextSection(const clsSIFApplicationItem& item, const TextSection& section, const std::vector<IniLine>& outline,
                           const DescribedFile& file, std::vector<DiscFinding>& findings) const;
+    void AllowUnofferedSections(clsIniFile& ini, clsIniKeyCheck& known) const;
     static void MessageTexts(const DescribedFile& file, clsIniKeyCheck& known, std::vector<DiscFinding>& findings);
     static void CheckTerm(const DescribedFile& file, const char* section, const char* key, const std::string& term,
                           std::vector<DiscFinding>& findings);

@@ -90,8 +90,19 @@ std::vector<DiscFinding> clsSetupsIniCheck::Run() {
         }
     }
     if (settings.PathFailed()) {
-        findings.push_back({path, 0, FindingSeverity::Error,
-                            "Path=" + settings.Path() + " names no folder: the setup stops at once"});
+        // The setup stops before it reads the languages: nothing about them can be told.
+        languages_.clear();
+        productFolder_ = root_;
+        size_t line = 0;
+        for (const IniLine& entry : outline) {
+            if (!entry.header && entry.firstBlock && clsString::EqualNoCaseAscii(entry.section, "SETTINGS") &&
+                clsString::EqualNoCaseAscii(entry.key, "Path")) {
+                line = entry.number;
+                break;
+            }
+        }
+        findings.push_back({path, line, FindingSeverity::Error, "Path=" + settings.Path() + " names no folder: the setup stops at once"});
+        return findings;
     }
     for (const int language : languages_) {
         const std::string section = language == 5 ? "JAPANESE" : kLanguageNames[language];

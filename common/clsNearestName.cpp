@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <numeric>
+#include <utility>
 
 #include "common/clsString.h"
 
@@ -10,18 +11,19 @@ namespace tovel {
 size_t clsNearestName::Distance(std::string_view a, std::string_view b) {
     const std::string x = clsString::LowerAscii(a);
     const std::string y = clsString::LowerAscii(b);
-    std::vector<size_t> row(y.size() + 1);
-    std::iota(row.begin(), row.end(), size_t{0});
+    // Three rows of the table: two letters swapped count as one change, the commonest slip.
+    std::vector<size_t> before(y.size() + 1), last(y.size() + 1), row(y.size() + 1);
+    std::iota(last.begin(), last.end(), size_t{0});
     for (size_t i = 1; i <= x.size(); ++i) {
-        size_t diagonal = row[0];
         row[0] = i;
         for (size_t j = 1; j <= y.size(); ++j) {
-            const size_t above = row[j];
-            row[j] = std::min({row[j] + 1, row[j - 1] + 1, diagonal + (x[i - 1] == y[j - 1] ? 0 : 1)});
-            diagonal = above;
+            row[j] = std::min({last[j] + 1, row[j - 1] + 1, last[j - 1] + (x[i - 1] == y[j - 1] ? 0 : 1)});
+            if (i > 1 && j > 1 && x[i - 1] == y[j - 2] && x[i - 2] == y[j - 1]) row[j] = std::min(row[j], before[j - 2] + 1);
         }
+        std::swap(before, last);
+        std::swap(last, row);
     }
-    return row[y.size()];
+    return last[y.size()];
 }
 
 std::string clsNearestName::Find(std::string_view name, const std::vector<std::string>& candidates) {
