@@ -31,6 +31,7 @@ std::optional<LinuxOptions> clsLinuxOptions::Parse(const std::vector<std::string
         if (arg == "--boot") o.boot = true;
         else if (arg == "--profiles") o.profiles = true;
         else if (arg == "--plan") o.plan = true;
+        else if (arg == "--check") o.check = true;
         else if (arg == "--help" || arg == "-h") o.help = true;
         else if (auto v = ValueOf(args, i, "--machine")) o.machine = *v;
         else if (auto v2 = ValueOf(args, i, "--create")) o.create = *v2;
@@ -78,6 +79,8 @@ std::string clsLinuxOptions::Usage() {
            "  --plan               read the disc's catalogue on the machine and print it: the products in\n"
            "                       installation order with their check states, links, installed versions\n"
            "                       and actions, and the packets; then end without the wizard\n"
+           "  --check              check the disc's files without running the setup: one finding per line,\n"
+           "                       file:line: error|warning: text; exit status 0 clean, 1 warnings, 2 errors\n"
            "  --help               this text\n"
            "  --                   pass everything after it to the setup's command line\n\n"
            "Everything else is the setup's Windows command line, e.g. /log /nooscheck.\n";

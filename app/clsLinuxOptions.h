@@ -10,6 +10,7 @@
 //   --boot               switch the machine on: pending renames, then RunOnce
 //   --profiles           list the systems and languages --create knows
 //   --plan               print the disc's catalogue as read on the machine, then end
+//   --check              check the disc's files and print the findings, then end
 //   --help
 //   --                   everything after it belongs to the Windows command line
 #include <optional>
@@ -27,6 +28,7 @@ struct LinuxOptions {
     bool boot = false;
     bool profiles = false;
     bool plan = false;
+    bool check = false;
     bool help = false;
     std::vector<std::string> windowsArguments;
 };

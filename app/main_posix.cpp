@@ -1,4 +1,5 @@
 // The Linux build: the setup on an emulated Windows machine.
+#include <algorithm>
 #include <filesystem>
 #include <iostream>
 #include <string>
@@ -8,6 +9,7 @@
 #include "app/mdlSetupRun.h"
 #include "catalogue/CatalogueGlobals.h"
 #include "catalogue/clsCataloguePlan.h"
+#include "catalogue/clsDiscCheck.h"
 #include "catalogue/clsSSFSearch.h"
 #include "common/mdlMessage.h"
 #include "install/clsInstallPlan.h"
@@ -116,6 +118,23 @@ int PrintPlan() {
     return 0;
 }
 
+// A finding's file as the author knows it: below the disc folder given, else as on the machine.
+std::string HostFileName(const std::string& file, const std::string& discRoot, const std::string& disc) {
+    if (disc.empty() || file.size() < discRoot.size() || !clsWindowsPath::EqualNoCase(file.substr(0, discRoot.size()), discRoot)) return file;
+    std::string relative = file.substr(discRoot.size());
+    std::replace(relative.begin(), relative.end(), '\\', '/');
+    return (std::filesystem::path(disc) / relative).string();
+}
+
+// The disc checked, one finding per line for editors and scripts; the status tells the worst.
+int PrintCheck(const std::string& discRoot, const std::string& disc) {
+    const auto findings = clsDiscCheck::Run(discRoot);
+    for (const auto& f : findings) {
+        std::cout << HostFileName(f.file, discRoot, disc) << ':' << f.line << ": " << SeverityText(f.severity) << ": " << f.text << '\n';
+    }
+    return clsDiscCheck::ExitStatus(findings);
+}
+
 // Where the start put the setup, for the person at the terminal.
 void PrintStart() {
     std::cout << "Setup folder " << HomePath << ", work folder " << WorkFolder << ", Windows folder " << WindowsDir
@@ -155,7 +174,7 @@ int main(int argc, char** argv) {
     process.shareConsole = options->boot;
 
     const bool switchedOff = machine->Config().powerState == "off";
-    PrintMachine(*machine);
+    if (!options->check) PrintMachine(*machine);
     auto platform = clsMachinePlatform::Make(std::move(machine), process, error);
     if (!platform) return Fail(error);
     if (options->boot) {
@@ -168,9 +187,12 @@ int main(int argc, char** argv) {
     const auto discHost = platform->Machine().HostPath(discRoot);
     if (!discHost || !platform->Files().FolderExists(discRoot))
         return Fail("there is no disc in " + discRoot + "; put one in with --disc=FOLDER");
-    std::cout << "Disc:    " << discRoot << " = " << *discHost << '\n';
-
     InstallPlatform(std::move(platform));
+    if (options->check) {
+        SetMessageBoxHandler([](const std::string&, int style, const std::string&) { return DefaultButtonResult(style); });
+        return PrintCheck(discRoot, options->disc);
+    }
+    std::cout << "Disc:    " << discRoot << " = " << *discHost << '\n';
     if (options->plan) {
         SetMessageBoxHandler(PrintMessage);
         return PrintPlan();

@@ -162,38 +162,42 @@ public:
         return std::move(outcome_);
     }
 
+    // The fields as far as they can be read without the registry.
+    TermProblem Parse() {
+        fields_ = clsString::Split(term_, ";");
+        if (fields_.size() <= kKindField || clsString::LowerAscii(Word(kKindField)) != "registry") return TermProblem::Kind;
+        path_ = fields_.size() > kPathField ? PathOf(Word(kPathField)) : std::nullopt;
+        if (!path_) return TermProblem::Root;
+        outcome_.registryPath = path_->key + "\\" + path_->valueName;
+        const std::string type = clsString::LowerAscii(Word(kTypeField));
+        dword_ = type == "regdword";
+        if (!dword_ && type != "regsz") return TermProblem::Type;
+        op_ = OperatorOf(Word(kOperatorField));
+        if (!op_) return TermProblem::Operator;
+        return ComparisonValueFits(*op_, dword_) ? TermProblem::None : TermProblem::Value;
+    }
+
 private:
+
     void Evaluate() {
         if (clsString::Trim(term_).empty()) return;
-        fields_ = clsString::Split(term_, ";");
-        if (fields_.size() <= kKindField || clsString::LowerAscii(Word(kKindField)) != "registry") {
+        switch (Parse()) {
+        case TermProblem::None: break;
+        case TermProblem::Kind:
             // Not a registry term: the product stays as it is.
             outcome_.errorEntries.push_back(FormatEntry(kTermKeyError, term_));
             return;
+        case TermProblem::Root: Fail(FormatEntry(kRootKeyError, term_)); return;
+        default: Fail(FormatEntry(kFormatError, term_)); return;
         }
-        const auto path = fields_.size() > kPathField ? PathOf(Word(kPathField)) : std::nullopt;
-        if (!path) {
-            Fail(FormatEntry(kRootKeyError, term_));
-            return;
-        }
-        outcome_.registryPath = path->key + "\\" + path->valueName;
-
-        const std::string type = clsString::LowerAscii(Word(kTypeField));
-        const bool dword = type == "regdword";
-        const auto op = OperatorOf(Word(kOperatorField));
-        if ((!dword && type != "regsz") || !op || !ComparisonValueFits(*op, dword)) {
-            Fail(FormatEntry(kFormatError, term_));
-            return;
-        }
-
         clsRegistry registry;
-        if (!registry.InitWithRegPath(path->key)) {
+        if (!registry.InitWithRegPath(path_->key)) {
             Fail(FormatEntry(kRootKeyError, term_));
             return;
         }
-        outcome_.valueExisted = registry.ValueExist(path->valueName);
-        if (outcome_.valueExisted) outcome_.valueRead = registry.QueryValue(path->valueName);
-        Compare(*op, dword);
+        outcome_.valueExisted = registry.ValueExist(path_->valueName);
+        if (outcome_.valueExisted) outcome_.valueRead = registry.QueryValue(path_->valueName);
+        Compare(*op_, dword_);
     }
 
     // A comparison needs its value; a regdword one must be a number.
@@ -284,6 +288,9 @@ private:
 
     const std::string& term_;
     std::vector<std::string> fields_;
+    std::optional<TermPath> path_;
+    std::optional<Operator> op_;
+    bool dword_ = false;
     TermOutcome outcome_;
 };
 
@@ -302,6 +309,14 @@ TermOutcome Unevaluated(const std::string& term, const char* what) noexcept {
 }
 
 } // namespace
+
+TermProblem clsSetupTerm::Check(const std::string& term) {
+    try {
+        return clsString::Trim(term).empty() ? TermProblem::None : Evaluation(term).Parse();
+    } catch (...) {
+        return TermProblem::Value;
+    }
+}
 
 TermOutcome clsSetupTerm::Evaluate(const std::string& term) {
     try {

@@ -23,8 +23,21 @@ struct TermOutcome {
     std::vector<std::string> errorEntries;
 };
 
+/// What makes a term unreadable, found without the registry; None for a term that reads.
+enum class TermProblem {
+    None,
+    Kind,       ///< field 2 is not "registry": the term is taken as holding
+    Root,       ///< the path has no known root or no value name: the term fails
+    Type,       ///< neither regsz nor regdword
+    Operator,   ///< none of =, <>, =>, >, <=, EXIST, NOTEXIST
+    Value,      ///< the comparison value is missing, or not a number for regdword
+};
+
 class clsSetupTerm {
 public:
+    /// What keeps a term from being read, as Evaluate would find it; None for an empty
+    /// term. Reads no registry.
+    [[nodiscard]] static TermProblem Check(const std::string& term);
     /// Evaluates a term against the registry (through clsRegistry). Writes nothing to the
     /// log itself: the caller writes errorEntries, in order. An empty term holds without an
     /// entry. Never throws.

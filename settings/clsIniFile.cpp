@@ -168,8 +168,16 @@ void clsIniFile::Write(const std::string& action, Change change) {
     bytes_ = std::move(bytes);
 }
 
+void clsIniFile::AdoptText(clsIniText text) {
+    text_ = std::move(text);
+    loadedPath_ = FullPath();
+    readOnce_ = true;
+    settled_ = true;
+}
+
 std::string clsIniFile::GetString(const std::string& key, const std::string& defaultValue) {
     try {
+        if (observer_) observer_(section_, key);
         if (!CheckRegistered()) return defaultValue;
         const clsIniText* text = Current();
         if (text == nullptr) return defaultValue;
@@ -185,6 +193,7 @@ std::string clsIniFile::GetString(const std::string& key, const std::string& def
 
 int32_t clsIniFile::GetInt(const std::string& key, int32_t defaultValue) {
     try {
+        if (observer_) observer_(section_, key);
         if (!CheckRegistered()) return defaultValue;
         const clsIniText* text = Current();
         if (text == nullptr) return defaultValue;
@@ -280,6 +289,7 @@ std::vector<IniEntry> clsIniFile::GetSectEntriesEx() {
 
 bool clsIniFile::SectExist(const std::string& section) {
     try {
+        if (observer_) observer_(section, "");
         if (!CheckRegistered()) return false;
         const clsIniText* text = Current();
         return text != nullptr && text->HasSection(section);

@@ -17,6 +17,7 @@
 #include <cstdint>
 #include <functional>
 #include <optional>
+#include <utility>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -28,6 +29,9 @@ namespace tovel {
 class clsIniFile {
 public:
     using Reporter = std::function<void(const std::string& message)>;
+    /// Told each section and key a reader asks for ("" as the key when it asks whether a
+    /// section exists): a check of a file learns from it which lines are ever read.
+    using KeyObserver = std::function<void(const std::string& section, const std::string& key)>;
 
     clsIniFile() = default;
 
@@ -78,6 +82,10 @@ public:
     /// the file is read at the first operation and answered from memory from then on, with
     /// no Stat per read. Writing still goes to the file.
     void SetReadOnce(bool readOnce) { readOnce_ = readOnce; }
+    /// Serves a text parsed elsewhere as the file's, read once: a caller that parsed the
+    /// bytes itself (to see their warnings and lines) need not have them parsed again.
+    void AdoptText(clsIniText text);
+    void SetKeyObserver(KeyObserver observer) { observer_ = std::move(observer); }
 
     /// Where problems with files are told (the setup log once it runs); none by default.
     static void SetReporter(Reporter reporter);
@@ -113,6 +121,7 @@ private:
     bool settled_ = false;   ///< the stamp alone tells a change (see above)
     std::string bytes_;      ///< the bytes read, kept while not settled
     bool reportedUnreadable_ = false;
+    KeyObserver observer_;
 };
 
 } // namespace tovel

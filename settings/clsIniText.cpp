@@ -407,6 +407,27 @@ std::vector<IniEntry> clsIniText::Entries(std::string_view section) const {
 
 bool clsIniText::HasSection(std::string_view section) const { return FirstBlock(section) != nullptr; }
 
+std::vector<IniLine> clsIniText::Outline() const {
+    std::vector<IniLine> outline;
+    std::string section;
+    bool first = true;
+    size_t block = 0;
+    for (size_t i = 0; i < lines_.size(); ++i) {
+        const Line& line = lines_[i];
+        if (line.kind == Kind::Header) {
+            section = std::string(line.Name());
+            while (block < sections_.size() && sections_[block].header < i) ++block;
+            const auto found = firstBlock_.find(FoldName(section));
+            first = found != firstBlock_.end() && found->second == block;
+            outline.push_back({i + 1, true, section, {}, {}, first});
+        } else if (line.kind == Kind::Entry || line.kind == Kind::Text) {
+            outline.push_back({i + 1, false, section, std::string(line.Name()),
+                               line.kind == Kind::Entry ? std::string(line.Val()) : std::string(), first});
+        }
+    }
+    return outline;
+}
+
 std::string clsIniText::EndBytes(End end) const {
     std::string_view eight;
     switch (end) {

@@ -43,6 +43,16 @@ struct IniEntry {
     bool operator==(const IniEntry&) const = default;
 };
 
+/// A header or key line as a checker sees it: where it stands and what it says.
+struct IniLine {
+    size_t number = 0;        ///< 1-based line number in the file
+    bool header = false;      ///< a "[name]" line; else a key line (with or without "=")
+    std::string section;      ///< the section it belongs to, as written; "" before the first
+    std::string key;          ///< "" for a header
+    std::string value;        ///< as written, quotes kept
+    bool firstBlock = true;   ///< in the block of its section that is read
+};
+
 class clsIniText {
 public:
     /// The value buffer the profile functions are given: values keep at most one character
@@ -65,6 +75,9 @@ public:
     /// The entries of the first block of a section; comment and blank lines are left out.
     [[nodiscard]] std::vector<IniEntry> Entries(std::string_view section) const;
     [[nodiscard]] bool HasSection(std::string_view section) const;
+    /// Every header and key line in file order, with its line number: what a check of a
+    /// file needs to point at a line. Comments and blank lines are left out.
+    [[nodiscard]] std::vector<IniLine> Outline() const;
 
     /// Sets a key: its line in the first block is rewritten after the "=" (the blanks that
     /// followed the "=" stay); a new key goes after the last entry of that block, a new

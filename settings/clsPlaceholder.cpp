@@ -89,35 +89,47 @@ clsPlaceholder::Value clsPlaceholder::Lookup(Source source) const {
     return {};
 }
 
+namespace {
+
+using Source = clsPlaceholder::Source;
+struct Spelling {
+    std::string_view text;
+    Source source;
+};
+// Only these spellings are known.
+constexpr std::array<Spelling, 21> kSpellings{{
+    {"%ProgramPath%", Source::ProgramFiles},
+    {"[ProgramFilesFolder]", Source::ProgramFiles},
+    {"[ProgramPath]", Source::ProgramFiles},
+    {"%SystemFolder%", Source::SystemFolder},
+    {"[SystemFolder]", Source::SystemFolder},
+    {"%SystemRoot%", Source::SystemRoot},
+    {"[SystemRoot]", Source::SystemRoot},
+    {"%SharedPath%", Source::SharedPath},
+    {"[SharedPath]", Source::SharedPath},
+    {"%WindowsFolder%", Source::WindowsFolder},
+    {"[WindowsFolder]", Source::WindowsFolder},
+    {"%TempFolder%", Source::TempFolder},
+    {"[TempFolder]", Source::TempFolder},
+    {"%AppTitleShort%", Source::AppTitleShort},
+    {"%IEMinimumCondition%", Source::IEMinimumCondition},
+    {"%SharedRoot%", Source::SharedRoot},
+    {"%AppSSFSourcePath%", Source::AppSSFSourcePath},
+    {"[AppSSFSourcePath]", Source::AppSSFSourcePath},
+    {"%CD_%", Source::DiscName},
+    {"[TOVELSETUPFOLDER]", Source::SetupFolder},
+    {"[TOVELSOURCEFOLDER]", Source::SourceFolder},
+}};
+
+} // namespace
+
+std::vector<std::string_view> clsPlaceholder::KnownSpellings() {
+    std::vector<std::string_view> names;
+    for (const auto& spelling : kSpellings) names.push_back(spelling.text);
+    return names;
+}
+
 std::string clsPlaceholder::CheckForPlaceholder(const std::string& input) const {
-    struct Spelling {
-        std::string_view text;
-        Source source;
-    };
-    // Only these spellings are known.
-    static constexpr std::array<Spelling, 21> kSpellings{{
-        {"%ProgramPath%", Source::ProgramFiles},
-        {"[ProgramFilesFolder]", Source::ProgramFiles},
-        {"[ProgramPath]", Source::ProgramFiles},
-        {"%SystemFolder%", Source::SystemFolder},
-        {"[SystemFolder]", Source::SystemFolder},
-        {"%SystemRoot%", Source::SystemRoot},
-        {"[SystemRoot]", Source::SystemRoot},
-        {"%SharedPath%", Source::SharedPath},
-        {"[SharedPath]", Source::SharedPath},
-        {"%WindowsFolder%", Source::WindowsFolder},
-        {"[WindowsFolder]", Source::WindowsFolder},
-        {"%TempFolder%", Source::TempFolder},
-        {"[TempFolder]", Source::TempFolder},
-        {"%AppTitleShort%", Source::AppTitleShort},
-        {"%IEMinimumCondition%", Source::IEMinimumCondition},
-        {"%SharedRoot%", Source::SharedRoot},
-        {"%AppSSFSourcePath%", Source::AppSSFSourcePath},
-        {"[AppSSFSourcePath]", Source::AppSSFSourcePath},
-        {"%CD_%", Source::DiscName},
-        {"[TOVELSETUPFOLDER]", Source::SetupFolder},
-        {"[TOVELSOURCEFOLDER]", Source::SourceFolder},
-    }};
     std::string text = input;
     try {
         size_t from = 0;

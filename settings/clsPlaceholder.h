@@ -21,6 +21,8 @@
 // of the machine, so expansion works before start-up has fixed them), the current
 // application's SSF folder and the disc number (set by the catalogue as it goes).
 #include <string>
+#include <string_view>
+#include <vector>
 #include <utility>
 
 namespace tovel {
@@ -41,6 +43,9 @@ public:
     /// missing registry value) counts as empty.
     [[nodiscard]] std::string CheckForPlaceholder(const std::string& text) const;
 
+    /// Every placeholder known, as it must be written ("%ProgramPath%", "[SystemFolder]").
+    [[nodiscard]] static std::vector<std::string_view> KnownSpellings();
+
     void SetFolders(PlaceholderFolders folders) { folders_ = std::move(folders); }
     [[nodiscard]] const PlaceholderFolders& Folders() const { return folders_; }
     /// The settings behind %AppTitleShort%, %IEMinimumCondition%, %CD_% and the source
@@ -54,8 +59,10 @@ public:
     void SetDiscNumber(int number) { discNumber_ = number; }
     [[nodiscard]] int DiscNumber() const { return discNumber_; }
 
-private:
+    /// Where a placeholder's value comes from (clsPlaceholder.cpp).
     enum class Source;
+
+private:
     struct Value {
         std::string text;
         bool join = false;

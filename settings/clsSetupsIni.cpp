@@ -146,6 +146,25 @@ const std::vector<clsSetupsIni::Key>& clsSetupsIni::TextKeys() {
     return keys;
 }
 
+std::vector<clsSetupsIni::KnownKey> clsSetupsIni::KnownKeys() {
+    std::vector<KnownKey> known{{"SETTINGS", "Path", ValueKind::Text}};
+    const auto add = [&](const char* section, const std::vector<Key>& keys) {
+        for (const auto& key : keys) {
+            const ValueKind kind = std::holds_alternative<bool clsSetupsIni::*>(key.member)      ? ValueKind::Boolean
+                                   : std::holds_alternative<int32_t clsSetupsIni::*>(key.member) ? ValueKind::Number
+                                                                                                 : ValueKind::Text;
+            known.push_back({section, key.name, kind});
+        }
+    };
+    add("SETTINGS", SettingsKeys());
+    add("OS", OsKeys());
+    for (const char* section : {"LANGUAGES", "INFORMATIONFILES", "LICENSEFILES", "READMEFILES"}) {
+        for (const char* language : kLanguageNames) known.push_back({section, language, ValueKind::Text});
+    }
+    for (int i = 0; i < kLanguageCount; ++i) add(i == kJapanese ? "JAPANESE" : kLanguageNames[i], TextKeys());
+    return known;
+}
+
 clsSetupsIni::clsSetupsIni(Hooks hooks, std::string folder) : hooks_(std::move(hooks)) {
     if (folder.empty()) folder = Platform().System().ProgramFolder();
     folder_ = clsFileDisk::AddBackslash(std::move(folder));

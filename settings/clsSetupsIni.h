@@ -40,6 +40,15 @@ public:
         Expander expand;     ///< placeholder expansion of Path and DeleteFileWhenReboot
     };
 
+    /// What a key's value must be: any text, a word of the yes/no table, or a number.
+    enum class ValueKind { Text, Boolean, Number };
+    /// A key this class reads, in its section.
+    struct KnownKey {
+        std::string section;
+        std::string name;
+        ValueKind kind = ValueKind::Text;
+    };
+
     static constexpr int16_t kEnglish = 1;
     static constexpr int kLanguageCount = 6;
 
@@ -51,6 +60,12 @@ public:
     /// defaults. A Path naming a folder that does not exist logs, shows the message box and
     /// sets PathFailed; the remaining sections are then not read.
     void CheckINIFile();
+    /// Every key read from Setups.ini, section by section: SETTINGS (Path first), OS, the
+    /// four sections of one key per language, and the texts of each language's section
+    /// (German .. Italian, and JAPANESE). Not listed: STARTERGENERAL, which is the products'
+    /// (no key of it is read here), and the "CD_<n>" sections with their DiscName.
+    [[nodiscard]] static std::vector<KnownKey> KnownKeys();
+
     /// True after CheckINIFile found that Path names no folder. The setup cannot go on: the
     /// program must end (start-up checks this right after making the object).
     [[nodiscard]] bool PathFailed() const { return pathFailed_; }

@@ -78,3 +78,27 @@ TEST_F(CatalogueRun, SampleDiscInJapanese) {
 
 } // namespace
 } // namespace tovel
+
+namespace tovel {
+namespace {
+
+// The check as editors and scripts see it: the sample disc is clean, and a broken file is
+// told as file:line: severity: text with the exit status of the worst finding.
+class DiscCheckRun : public test::SetupRun {};
+
+TEST_F(DiscCheckRun, SampleDiscIsCleanAndABrokenFileIsToldByLine) {
+    UseSampleDisc();
+    EXPECT_EQ(Run({}, {"--check"}), 0) << Output();
+    EXPECT_EQ(Output(), "");
+
+    WriteDisc("Products/Packets/Broken.ssf",
+              "[GENERAL]\r\nFileType=collection\r\nProductCode=BROKEN\r\nProductCode1=NOSUCH\r\nVisibel=True\r\n"
+              "[LANGUAGES]\r\nLanguageX=English\r\n[English]\r\nDescription=Broken\r\n");
+    EXPECT_EQ(Run({}, {"--check"}), 2);
+    const std::string file = (Disc() / "Products/Packets/Broken.ssf").string();
+    EXPECT_EQ(Output(), file + ":5: warning: \"Visibel\" in [GENERAL] is never read; did you mean \"Visible\"?\n" + file +
+                            ":4: error: ProductCode1=NOSUCH names no product on this disc; the setup type cannot install it\n");
+}
+
+} // namespace
+} // namespace tovel

@@ -1,0 +1,278 @@
+#include "catalogue/clsDescriptionCheck.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "catalogue/CatalogueGlobals.h"
+#include "catalogue/clsIniKeyCheck.h"
+#include "catalogue/clsPlaceholderScan.h"
+#include "catalogue/clsSetupTerm.h"
+#include "common/clsString.h"
+#include "platform/clsPlatform.h"
+#include "settings/clsIniFile.h"
+#include "startup/Globals.h"
+
+namespace tovel {
+
+namespace {
+
+constexpr const char* kLanguageNames[] = {"German", "English", "French", "Spanish", "Italian", "Japanese"};
+constexpr const char* kLetters[] = {"A", "B", "C", "D", "E", "J"};
+
+std::string LineKey(const std::string& section, const std::string& key) {
+    return clsIniText::FoldName(section) + "\n" + clsIniText::FoldName(key);
+}
+
+// The first line number a parser warning names ("line 12 ..."); 0 when it names none.
+size_t WarningLine(const std::string& warning) {
+    const size_t at = warning.find("line ");
+    if (at == std::string::npos) return 0;
+    size_t line = 0;
+    for (size_t i = at + 5; i < warning.size() && warning[i] >= '0' && warning[i] <= '9'; ++i) {
+        line = line * 10 + static_cast<size_t>(warning[i] - '0');
+    }
+    return line;
+}
+
+std::string LanguageList(const std::vector<int>& languages) {
+    std::string text;
+    for (const int language : languages) text += (text.empty() ? "" : ", ") + std::string(kLanguageNames[language]);
+    return text;
+}
+
+std::string TermProblemText(TermProblem problem) {
+    switch (problem) {
+    case TermProblem::Kind: return "its second field is not \"registry\"; the setup takes such a term as holding";
+    case TermProblem::Root:
+        return "its registry path must begin with HKEY_LOCAL_MACHINE, HKEY_CURRENT_USER or HKEY_USERS and end in a value name; the term fails";
+    case TermProblem::Type: return "its fourth field must be regsz or regdword; the term fails";
+    case TermProblem::Operator: return "its fifth field must be =, <>, =>, >, <=, EXIST or NOTEXIST; the term fails";
+    case TermProblem::Value: return "its comparison value is missing, or is no plain number for regdword; the term fails";
+    case TermProblem::None: break;
+    }
+    return {};
+}
+
+// The setup language is a global of the run: the check sets it for each text section and
+// puts it back when done.
+class LanguageGuard {
+public:
+    LanguageGuard() : saved_(DefaultLanguage) {}
+    ~LanguageGuard() { DefaultLanguage = saved_; }
+    LanguageGuard(const LanguageGuard&) = delete;
+    LanguageGuard& operator=(const LanguageGuard&) = delete;
+
+private:
+    int16_t saved_;
+};
+
+} // namespace
+
+size_t DescribedFile::LineOf(const std::string& section, const std::string& key) const {
+    const auto found = lines.find(LineKey(section, key));
+    return found == lines.end() ? 0 : found->second;
+}
+
+clsDescriptionCheck::clsDescriptionCheck(std::vector<int> languages, std::string productFolder)
+    : languages_(std::move(languages)), productFolder_(std::move(productFolder)) {}
+
+std::vector<clsDescriptionCheck::TextSection> clsDescriptionCheck::TextSections(clsIniFile& ini) const {
+    std::vector<TextSection> sections;
+    std::string letters;
+    for (const int language : languages_) {
+        DefaultLanguage = static_cast<int16_t>(language);
+        const std::string name = gCommonSection.ProdInfoSection(ini, letters);
+        bool placed = false;
+        for (auto& section : sections) {
+            if (!clsString::EqualNoCaseAscii(section.name, name)) continue;
+            section.languages.push_back(language);
+            placed = true;
+        }
+        if (!placed) sections.push_back({name, {language}});
+    }
+    return sections;
+}
+
+DescribedFile clsDescriptionCheck::Read(const std::string& path, std::vector<DiscFinding>& findings) const {
+    DescribedFile file;
+    file.path = path;
+    const auto bytes = Platform().Files().ReadFile(path);
+    if (!bytes) {
+        findings.push_back({path, 0, FindingSeverity::Error, "cannot be read; the setup skips it"});
+        return file;
+    }
+    std::vector<std::string> warnings;
+    clsIniText text = clsIniText::Parse(*bytes, Platform().System().AnsiCodePage(), warnings);
+    for (const auto& warning : warnings) findings.push_back({path, WarningLine(warning), FindingSeverity::Warning, warning});
+    const std::vector<IniLine> outline = text.Outline();
+    for (const IniLine& line : outline) {
+        if (!line.header && line.firstBlock) file.lines.try_emplace(LineKey(line.section, line.key), line.number);
+    }
+    const std::string type = clsString::LowerAscii(clsIniText::Trim(text.Value("GENERAL", "FileType").value_or("")));
+    if (type != "ssf" && type != "collection") {
+        findings.push_back({path, file.LineOf("GENERAL", "FileType"), FindingSeverity::Warning,
+                            "FileType in [GENERAL] is neither ssf (a product) nor collection (a packet); the setup skips this file"});
+        return file;
+    }
+    const auto placeholders = clsPlaceholderScan::Check(path, outline);
+    findings.insert(findings.end(), placeholders.begin(), placeholders.end());
+
+    clsIniKeyCheck known;
+    known.AddKnown("GENERAL", "FileType");   // the search reads it to tell products from packets
+    clsIniFile ini;
+    ini.SetFullPath(path);
+    ini.SetKeyObserver([&known](const std::string& section, const std::string& key) { known.AddKnown(section, key); });
+    ini.AdoptText(std::move(text));
+    {
+        const LanguageGuard guard;
+        if (type == "ssf") {
+            ReadProduct(ini, outline, file, findings);
+            MessageTexts(file, known, findings);
+        } else {
+            ReadPacket(ini, file, findings);
+        }
+        AllowUnofferedSections(ini, known);
+    }
+    const auto unread = known.Check(path, outline);
+    findings.insert(findings.end(), unread.begin(), unread.end());
+    return file;
+}
+
+// The text sections of languages the disc does not offer are never read on this disc, but
+// would be on another: what they hold is not looked at.
+void clsDescriptionCheck::AllowUnofferedSections(clsIniFile& ini, clsIniKeyCheck& known) const {
+    std::string letters;
+    for (int language = 0; language < 6; ++language) {
+        if (std::find(languages_.begin(), languages_.end(), language) != languages_.end()) continue;
+        DefaultLanguage = static_cast<int16_t>(language);
+        const std::string name = gCommonSection.ProdInfoSection(ini, letters);
+        if (!name.empty()) known.AllowAnyKey(name);
+    }
+}
+
+void clsDescriptionCheck::ReadProduct(clsIniFile& ini, const std::vector<IniLine>& outline, DescribedFile& file,
+                                      std::vector<DiscFinding>& findings) const {
+    file.kind = DescribedFile::Kind::Product;
+    const auto sections = TextSections(ini);
+    for (const auto& section : sections) {
+        clsSIFApplicationItem item;
+        DefaultLanguage = static_cast<int16_t>(section.languages.front());
+        item.Read(ini, productFolder_);
+        CheckTextSection(item, section, outline, file, findings);
+        if (!section.name.empty()) file.textSections.push_back(section.name);
+        if (file.product.SIFFileName.empty()) file.product = std::move(item);
+    }
+    if (sections.empty()) file.product.Read(ini, productFolder_);
+    CheckTerm(file, "GENERAL", "TermToInstall", file.product.TermToInstall, findings);
+    CheckTerm(file, "SETUP_DEPENDENCIES", "DependenceTerm", file.product.DependenceTerm, findings);
+}
+
+namespace {
+
+// The numbers of the "$SSFMessageBox<nn>" actions of a product: the run shows the text
+// SSFMessageBox<n> of the product's text section for each.
+std::vector<int> MessageNumbers(const clsSIFApplicationItem& item) {
+    std::vector<int> numbers;
+    const auto take = [&](const std::vector<VersionsEntry>& family) {
+        for (const auto& entry : family) {
+            const std::string& action = entry.value;
+            if (action.rfind("$SSFMessageBox", 0) != 0 || action.size() < 16) continue;
+            const std::string digits = action.substr(action.size() - 2);
+            if (digits.find_first_not_of("0123456789") == std::string::npos) numbers.push_back(std::stoi(digits));
+        }
+    };
+    for (const auto& section : item.VersionRules.sections) {
+        for (const auto& version : section.versions) take(version.actions);
+        take(section.defaultActions);
+        take(section.firstInstActions);
+    }
+    return numbers;
+}
+
+} // namespace
+
+void clsDescriptionCheck::MessageTexts(const DescribedFile& file, clsIniKeyCheck& known, std::vector<DiscFinding>& findings) {
+    for (const int number : MessageNumbers(file.product)) {
+        const std::string key = "SSFMessageBox" + std::to_string(number);
+        for (const auto& section : file.textSections) {
+            known.AddKnown(section, key);
+            if (file.LineOf(section, key) != 0 || clsString::EqualNoCaseAscii(section, "Japanese")) continue;
+            findings.push_back({file.path, file.LineOf(section, "Description"), FindingSeverity::Warning,
+                                "an action $SSFMessageBox shows " + key + ", which [" + section + "] lacks; the message reads \"Error\""});
+        }
+    }
+}
+
+void clsDescriptionCheck::ReadPacket(clsIniFile& ini, DescribedFile& file, std::vector<DiscFinding>& findings) const {
+    file.kind = DescribedFile::Kind::Packet;
+    const auto sections = TextSections(ini);
+    if (sections.empty()) file.packet.Read(ini);
+    for (const auto& section : sections) {
+        DefaultLanguage = static_cast<int16_t>(section.languages.front());
+        file.packet.Read(ini);
+        if (file.packet.Description.empty() && !clsString::EqualNoCaseAscii(section.name, "Japanese")) {
+            findings.push_back({file.path, file.LineOf("LANGUAGES", "LanguageX"), FindingSeverity::Warning,
+                                "no Description for " + LanguageList(section.languages) +
+                                    (section.name.empty() ? "" : " in [" + section.name + "]") + "; the setup-type page shows an empty name"});
+        }
+    }
+    const std::string& preselect = file.packet.PreSelectText;
+    if (!preselect.empty() && !clsIniFile::ParseBoolean(preselect) && !clsString::EqualNoCaseAscii(preselect, "uncheckbox") &&
+        file.packet.PreSelect == CheckBoxState::kUnchecked) {
+        findings.push_back({file.path, file.LineOf("GENERAL", "PreSelect"), FindingSeverity::Warning,
+                            "PreSelect=" + preselect + " is neither a check-box state nor a yes/no word; the packet is not preselected"});
+    }
+}
+
+namespace {
+
+size_t HeaderLine(const std::vector<IniLine>& outline, const std::string& section) {
+    const std::string folded = clsIniText::FoldName(section);
+    for (const IniLine& line : outline) {
+        if (line.header && line.firstBlock && clsIniText::FoldName(line.section) == folded) return line.number;
+    }
+    return 0;
+}
+
+} // namespace
+
+void clsDescriptionCheck::CheckTextSection(const clsSIFApplicationItem& item, const TextSection& section,
+                                           const std::vector<IniLine>& outline, const DescribedFile& file,
+                                           std::vector<DiscFinding>& findings) const {
+    const std::string languages = LanguageList(section.languages);
+    const auto add = [&](size_t line, FindingSeverity severity, const std::string& text) {
+        findings.push_back({file.path, line, severity, text});
+    };
+    if (section.name.empty()) {
+        add(HeaderLine(outline, "LANGUAGES"), FindingSeverity::Error,
+            "no text section for " + languages + ", which the disc offers: name one with Language" +
+                kLetters[section.languages.front()] + "= or LanguageX= in [LANGUAGES]");
+        return;
+    }
+    const size_t header = HeaderLine(outline, section.name);
+    if (header == 0) {
+        add(HeaderLine(outline, "LANGUAGES"), FindingSeverity::Error,
+            "[" + section.name + "], the text section for " + languages + ", is missing: the product has no setup program in " + languages);
+        return;
+    }
+    const size_t setupLine = file.LineOf(section.name, "SetupFile");
+    if (item.SetupFile.empty()) {
+        add(header, FindingSeverity::Error, "no SetupFile in [" + section.name + "]: the product cannot be installed in " + languages);
+    } else if (clsString::LowerAscii(item.SetupFile).find("msiexec.exe") == std::string::npos &&
+               !Platform().Files().FileExists(item.SetupFile)) {
+        add(setupLine, FindingSeverity::Error, "the setup program " + item.SetupFile + " is not on the disc");
+    }
+    if (item.Description.empty() && !clsString::EqualNoCaseAscii(section.name, "Japanese")) {
+        add(header, FindingSeverity::Warning, "no Description in [" + section.name + "]: the product's name is empty in " + languages);
+    }
+}
+
+void clsDescriptionCheck::CheckTerm(const DescribedFile& file, const char* section, const char* key, const std::string& term,
+                                    std::vector<DiscFinding>& findings) {
+    const TermProblem problem = clsSetupTerm::Check(term);
+    if (problem == TermProblem::None) return;
+    findings.push_back({file.path, file.LineOf(section, key), problem == TermProblem::Kind ? FindingSeverity::Warning : FindingSeverity::Error,
+                        std::string(key) + " cannot be read: " + TermProblemText(problem)});
+}
+
+} // namespace tovel

@@ -1,0 +1,63 @@
+#pragma once
+// The check of one description file on its own: does it read, which of its lines are never
+// read, do its conditions and placeholders read, and has it, for every language the disc
+// offers, a text section with a setup program that is there. The file is read by the
+// setup's own readers, once per text section it names, and what they asked for is what
+// counts as known.
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+#include "catalogue/DiscFinding.h"
+#include "catalogue/clsSIFApplicationItem.h"
+#include "catalogue/clsSIFPacketItem.h"
+#include "settings/clsIniFile.h"
+#include "settings/clsIniText.h"
+
+namespace tovel {
+
+class clsIniKeyCheck;
+
+/// A description file as the checks across files need it.
+struct DescribedFile {
+    enum class Kind { Skipped, Product, Packet };
+    std::string path;
+    Kind kind = Kind::Skipped;
+    clsSIFApplicationItem product;   ///< when a product
+    clsSIFPacketItem packet;         ///< when a packet
+    std::vector<std::string> textSections;   ///< of a product, one per distinct section the offered languages name
+    std::unordered_map<std::string, size_t> lines;   ///< "SECTION\nKEY" folded -> line of the key read
+
+    /// The line of a key as read (its first block, first line); 0 when it is not there.
+    [[nodiscard]] size_t LineOf(const std::string& section, const std::string& key) const;
+};
+
+class clsDescriptionCheck {
+public:
+    /// languages: the setup languages the disc offers (0 German .. 5 Japanese).
+    clsDescriptionCheck(std::vector<int> languages, std::string productFolder);
+
+    /// Reads and checks one file; its findings are appended.
+    [[nodiscard]] DescribedFile Read(const std::string& path, std::vector<DiscFinding>& findings) const;
+
+private:
+    struct TextSection {
+        std::string name;
+        std::vector<int> languages;
+    };
+    [[nodiscard]] std::vector<TextSection> TextSections(clsIniFile& ini) const;
+    void ReadProduct(clsIniFile& ini, const std::vector<IniLine>& outline, DescribedFile& file,
+                     std::vector<DiscFinding>& findings) const;
+    void ReadPacket(clsIniFile& ini, DescribedFile& file, std::vector<DiscFinding>& findings) const;
+    void CheckTextSection(const clsSIFApplicationItem& item, const TextSection& section, const std::vector<IniLine>& outline,
+                          const DescribedFile& file, std::vector<DiscFinding>& findings) const;
+    void AllowUnofferedSections(clsIniFile& ini, clsIniKeyCheck& known) const;
+    static void MessageTexts(const DescribedFile& file, clsIniKeyCheck& known, std::vector<DiscFinding>& findings);
+    static void CheckTerm(const DescribedFile& file, const char* section, const char* key, const std::string& term,
+                          std::vector<DiscFinding>& findings);
+
+    std::vector<int> languages_;
+    std::string productFolder_;
+};
+
+} // namespace tovel

@@ -1,0 +1,96 @@
+#include "catalogue/clsIniKeyCheck.h"
+
+#include "common/clsNearestName.h"
+
+namespace tovel {
+
+namespace {
+
+DiscFinding Warning(const std::string& file, size_t line, std::string text) {
+    return {file, line, FindingSeverity::Warning, std::move(text)};
+}
+
+// "Dependence4" -> "Dependence"; "" when the name does not end in a number.
+std::string FamilyOf(const std::string& key) {
+    size_t end = key.size();
+    while (end > 0 && key[end - 1] >= '0' && key[end - 1] <= '9') --end;
+    return end == key.size() ? std::string() : key.substr(0, end);
+}
+
+} // namespace
+
+void clsIniKeyCheck::AddKnown(const std::string& section, const std::string& key) {
+    Known& known = sections_[clsIniText::FoldName(section)];
+    if (known.name.empty()) known.name = section;
+    if (key.empty()) return;
+    if (known.keys.insert(clsIniText::FoldName(key)).second) known.names.push_back(key);
+}
+
+void clsIniKeyCheck::AllowAnyKey(const std::string& section) {
+    Known& known = sections_[clsIniText::FoldName(section)];
+    if (known.name.empty()) known.name = section;
+    known.anyKey = true;
+}
+
+bool clsIniKeyCheck::KnowsSection(const std::string& section) const {
+    return sections_.count(clsIniText::FoldName(section)) != 0;
+}
+
+std::string clsIniKeyCheck::UnknownSectionText(const IniLine& line) const {
+    std::vector<std::string> names;
+    for (const auto& [folded, known] : sections_) names.push_back(known.name);
+    const std::string nearest = clsNearestName::Find(line.section, names);
+    return "section [" + line.section + "] is never read" +
+           (nearest.empty() ? "; remove it or correct its name" : "; did you mean [" + nearest + "]?");
+}
+
+std::string clsIniKeyCheck::UnknownKeyText(const Known& section, const IniLine& line) const {
+    const std::string head = "\"" + line.key + "\" in [" + line.section + "] is never read";
+    const std::string family = FamilyOf(line.key);
+    if (!family.empty()) {
+        for (const auto& name : section.names) {
+            if (clsIniText::FoldName(FamilyOf(name)) == clsIniText::FoldName(family)) {
+                return head + ": the numbered keys " + family + "1, " + family +
+                       "2, ... end at the first missing or empty number; number them without a gap";
+            }
+        }
+    }
+    const std::string nearest = clsNearestName::Find(line.key, section.names);
+    return head + (nearest.empty() ? "; remove it or correct its name" : "; did you mean \"" + nearest + "\"?");
+}
+
+std::vector<DiscFinding> clsIniKeyCheck::Check(const std::string& file, const std::vector<IniLine>& outline) const {
+    std::vector<DiscFinding> findings;
+    const Known* section = nullptr;
+    std::unordered_map<std::string, size_t> seen;   // folded key -> line, in the current block
+    for (const IniLine& line : outline) {
+        if (line.header) {
+            seen.clear();
+            const auto found = sections_.find(clsIniText::FoldName(line.section));
+            section = found == sections_.end() ? nullptr : &found->second;
+            if (!line.firstBlock) {
+                findings.push_back(Warning(file, line.number, "[" + line.section +
+                                           "] appears a second time and this block is never read; move its keys into the first"));
+            } else if (section == nullptr) {
+                findings.push_back(Warning(file, line.number, UnknownSectionText(line)));
+            }
+            continue;
+        }
+        if (line.key.empty()) continue;
+        if (line.section.empty()) {
+            findings.push_back(Warning(file, line.number, "\"" + line.key + "\" stands before the first section and is never read"));
+            continue;
+        }
+        if (section == nullptr || !line.firstBlock) continue;
+        const std::string folded = clsIniText::FoldName(line.key);
+        if (const auto [at, fresh] = seen.emplace(folded, line.number); !fresh) {
+            findings.push_back(Warning(file, line.number, "\"" + line.key + "\" is given twice in [" + line.section +
+                                       "]; only the first, on line " + std::to_string(at->second) + ", counts"));
+            continue;
+        }
+        if (!section->anyKey && section->keys.count(folded) == 0) findings.push_back(Warning(file, line.number, UnknownKeyText(*section, line)));
+    }
+    return findings;
+}
+
+} // namespace tovel

@@ -1,0 +1,40 @@
+#pragma once
+// Which lines of an INI file the setup never reads: sections and keys it does not know
+// (with the known name nearest to each), keys before the first section, a section's second
+// block, a key's second line. What is known comes from the readers: Setups.ini's key table,
+// or the keys a description file's reader asked for while reading that very file.
+#include <string>
+#include <unordered_map>
+#include <unordered_set>
+#include <vector>
+
+#include "catalogue/DiscFinding.h"
+#include "settings/clsIniText.h"
+
+namespace tovel {
+
+class clsIniKeyCheck {
+public:
+    /// A key the setup reads; an empty key makes only the section known.
+    void AddKnown(const std::string& section, const std::string& key);
+    /// A section whose keys are someone else's: any key in it is fine.
+    void AllowAnyKey(const std::string& section);
+    [[nodiscard]] bool KnowsSection(const std::string& section) const;
+
+    /// One warning per line never read.
+    [[nodiscard]] std::vector<DiscFinding> Check(const std::string& file, const std::vector<IniLine>& outline) const;
+
+private:
+    struct Known {
+        std::string name;
+        bool anyKey = false;
+        std::unordered_set<std::string> keys;   ///< folded
+        std::vector<std::string> names;         ///< as the reader asked for them
+    };
+    [[nodiscard]] std::string UnknownKeyText(const Known& section, const IniLine& line) const;
+    [[nodiscard]] std::string UnknownSectionText(const IniLine& line) const;
+
+    std::unordered_map<std::string, Known> sections_;   ///< by folded name
+};
+
+} // namespace tovel
