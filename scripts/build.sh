@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Builds a target into its own folder: linux (build/), win64 (build-win/), win32 (build-win32/).
-# With CI=true warnings are errors.
+# Installs what a target needs first (scripts/install-deps.sh). With CI=true warnings are errors.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 werror=OFF
@@ -11,6 +11,9 @@ build() {
   cmake --build "$dir" -j "$(nproc)"
 }
 for target in "$@"; do
+  case $target in
+    linux | win64 | win32) scripts/install-deps.sh "$target" ;;
+  esac
   case $target in
     linux) build build ;;
     win64) build build-win -DCMAKE_TOOLCHAIN_FILE=cmake/mingw-x86_64.cmake ;;
