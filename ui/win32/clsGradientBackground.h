@@ -26,6 +26,8 @@ public:
     void Close();
     [[nodiscard]] HWND Handle() const { return hwnd_; }
 
+    /// Paints the 256 bands over a client area.
+    static void PaintGradient(HDC dc, const RECT& client);
     /// The blue of band i (0 at the top) of the 256.
     [[nodiscard]] static int BandBlue(int band) { return 255 - band; }
     /// The top of band i of the 256 in a client area of that height; band 256 is the bottom.
@@ -40,7 +42,6 @@ private:
     LRESULT Handle(UINT message, WPARAM wParam, LPARAM lParam);
     void LoadSettings();
     void Paint(HDC dc, const RECT& client);
-    void PaintGradient(HDC dc, const RECT& client);
     void PaintImage(HDC dc, const RECT& client, Place place);
     void PaintTitles(HDC dc);
 
