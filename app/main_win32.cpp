@@ -3,6 +3,7 @@
 #include <string>
 
 #include "app/mdlSetupRun.h"
+#include "common/mdlEvents.h"
 #include "platform/win32/MakeWin32Platform.h"
 #include "platform/win32/Win32Headers.h"
 #include "platform/win32/clsWin32Text.h"
@@ -39,6 +40,8 @@ int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int) {
     HardenDllSearch();
     InstallPlatform(MakeWin32Platform());
     static clsWin32Renderer renderer;
+    // The waits of the start and the end let the windows answer meanwhile.
+    SetDoEventsHandler([] { renderer.DoEvents(); });
     const std::string pageTest = Environment(L"TOVEL_PAGE_TEST");
     RunSetup(&renderer, [&] {
         if (pageTest.empty()) return renderer.ShowBackground();

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "startup/mdlLog.h"
+
 namespace tovel {
 
 namespace {
@@ -35,6 +37,7 @@ void clsWin32Renderer::ShowModal(clsForm& form) {
     const HWND owner = Owner();
     FormWindowHost host{[this] { SyncAll(); }, [this] { return busy_; }};
     clsWin32FormWindow window(form, owner, fonts_, metrics_, std::move(host));
+    if (window.Handle() == nullptr) return ShowWithoutWindow(form);
     stack_.push_back(&window);
     const bool outerDoEvents = std::exchange(inDoEvents_, false);
     form.SetShown(true);
@@ -52,6 +55,16 @@ void clsWin32Renderer::ShowModal(clsForm& form) {
     if (owner != nullptr) SetActiveWindow(owner);
     inDoEvents_ = outerDoEvents;
     stack_.erase(std::find(stack_.begin(), stack_.end(), &window));
+}
+
+void clsWin32Renderer::ShowWithoutWindow(clsForm& form) {
+    // No window (no desktop to draw on): the controller runs as it would and the form is
+    // left, rather than a loop waiting for a user who cannot see it.
+    LogIfEnabled("The form " + form.Name() + " cannot be shown: Windows made no window for it.");
+    form.SetShown(true);
+    form.RaiseLoad();
+    if (form.Shown()) form.RaiseActivate();
+    form.SetShown(false);
 }
 
 void clsWin32Renderer::RunLoop(clsWin32FormWindow& window) {

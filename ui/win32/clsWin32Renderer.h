@@ -41,6 +41,7 @@ private:
     bool Dispatch(MSG& message);
     [[nodiscard]] HWND Owner() const;
     void RunLoop(clsWin32FormWindow& window);
+    void ShowWithoutWindow(clsForm& form);
 
     clsMetrics metrics_;
     clsWin32Fonts fonts_;
