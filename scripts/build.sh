@@ -13,11 +13,11 @@ build() {
 for target in "$@"; do
   case $target in
     linux | win64 | win32) scripts/install-deps.sh "$target" ;;
+    *) echo "unknown target $target (linux, win64, win32)" >&2; exit 2 ;;
   esac
   case $target in
     linux) build build ;;
     win64) build build-win -DCMAKE_TOOLCHAIN_FILE=cmake/mingw-x86_64.cmake ;;
     win32) build build-win32 -DCMAKE_TOOLCHAIN_FILE=cmake/mingw-i686.cmake -DTOVEL_TESTS=OFF ;;
-    *) echo "unknown target $target (linux, win64, win32)" >&2; exit 2 ;;
   esac
 done
