@@ -3,6 +3,7 @@
 // reaching the windows, captions in another code page, and the read-back of a shown page.
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <functional>
 #include <memory>
 #include <string>
@@ -232,4 +233,39 @@ TEST(Win32LayoutCheck, NamesControlsOutsideTheFormCutCaptionsAndMissingTexts) {
     EXPECT_NE(badFaults[1].find("InfoLabel: \"A caption far too long"), std::string::npos) << badFaults[1];
     EXPECT_NE(badFaults[1].find("cut off"), std::string::npos) << badFaults[1];
     EXPECT_NE(badFaults[2].find("ContinueBtn: empty"), std::string::npos) << badFaults[2];
+}
+
+TEST(Win32Background, OwnsThePagesRefusesTheUsersCloseAndIsNotTopMost) {
+    clsWin32Renderer renderer;
+    renderer.ShowBackground();
+    const HWND background = renderer.Background();
+    ASSERT_NE(background, nullptr);
+    EXPECT_EQ(GetWindowLongPtrW(background, GWL_EXSTYLE) & WS_EX_TOPMOST, 0);
+    RECT whole;
+    GetWindowRect(background, &whole);
+    EXPECT_EQ(whole.right - whole.left, GetSystemMetrics(SM_CXSCREEN));
+    EXPECT_EQ(whole.bottom - whole.top, GetSystemMetrics(SM_CYSCREEN));
+    // Alt+F4 or the system menu: refused.
+    SendMessageW(background, WM_CLOSE, 0, 0);
+    EXPECT_TRUE(IsWindow(background));
+
+    clsForm form = Page();
+    Events events;
+    form.SetEvents(&events);
+    HWND owner = nullptr;
+    RECT page{};
+    events.onActivate = [&] {
+        owner = GetWindow(renderer.WindowOf(form), GW_OWNER);
+        GetWindowRect(renderer.WindowOf(form), &page);
+        form.SetShown(false);
+    };
+    renderer.ShowModal(form);
+    EXPECT_EQ(owner, background);
+    // Centred on the screen, to the pixel that an odd difference leaves.
+    EXPECT_LE(std::abs(page.left - (whole.right - page.right)), 1);
+    EXPECT_LE(std::abs(page.top - (whole.bottom - page.bottom)), 1);
+
+    // The end of the program closes it through the open forms.
+    EXPECT_TRUE(gOpenForms.Unload("frmGradientBackground"));
+    EXPECT_FALSE(IsWindow(background));
 }
