@@ -11,15 +11,15 @@ namespace {
 constexpr int kButtonPadding = 8;
 constexpr int kGlyphRoom = 20;
 
+// A callback of Windows' own calling convention (a lambda has the C one on 32-bit Windows).
+BOOL CALLBACK AddVisible(HWND child, LPARAM list) {
+    if (IsWindowVisible(child) != 0) reinterpret_cast<std::vector<HWND>*>(list)->push_back(child);
+    return TRUE;
+}
+
 std::vector<HWND> Children(HWND window) {
     std::vector<HWND> found;
-    EnumChildWindows(
-        window,
-        [](HWND child, LPARAM list) -> BOOL {
-            if (IsWindowVisible(child) != 0) reinterpret_cast<std::vector<HWND>*>(list)->push_back(child);
-            return TRUE;
-        },
-        reinterpret_cast<LPARAM>(&found));
+    EnumChildWindows(window, &AddVisible, reinterpret_cast<LPARAM>(&found));
     return found;
 }
 

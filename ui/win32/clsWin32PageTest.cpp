@@ -31,11 +31,11 @@ bool NeedsCatalogue(const std::string& page) {
 
 } // namespace
 
-clsWin32PageTest::clsWin32PageTest(clsWin32Renderer& renderer, const std::string& spec, std::string folder)
-    : renderer_(renderer), page_(spec.substr(0, spec.find(':'))), folder_(clsWindowsPath::AddBackslash(std::move(folder))) {
-    const size_t colon = spec.find(':');
+clsWin32PageTest::clsWin32PageTest(clsWin32Renderer& renderer, const std::string& request, std::string folder)
+    : renderer_(renderer), page_(request.substr(0, request.find(':'))), folder_(clsWindowsPath::AddBackslash(folder.empty() ? WorkFolder : std::move(folder))) {
+    const size_t colon = request.find(':');
     if (colon == std::string::npos) return;
-    const std::string index = spec.substr(colon + 1);
+    const std::string index = request.substr(colon + 1);
     if (index.size() == 1 && index[0] >= '0' && index[0] < '0' + kLanguages) language_ = index[0] - '0';
 }
 

@@ -14,8 +14,9 @@ namespace tovel {
 
 class clsWin32PageTest {
 public:
-    /// spec: "form" or "form:language index" (0 German .. 5 Japanese); folder: where the files go.
-    clsWin32PageTest(clsWin32Renderer& renderer, const std::string& spec, std::string folder);
+    /// request: "form" or "form:language index" (0 German .. 5 Japanese); folder: where the files
+    /// go, the work folder when it is empty.
+    clsWin32PageTest(clsWin32Renderer& renderer, const std::string& request, std::string folder);
 
     /// Shows the page and returns the exit status: 0 no fault, 1 faults found, 2 the page
     /// could not be shown or its files not written.
