@@ -29,7 +29,8 @@ mkdir -p "$out/msi"
 
 read -r -a pages <<<"${TOVEL_PAGES:-frmSetupLanguage frmWelcome2 frmLicense frmDestination frmInstallation frmDone frmMessage}"
 read -r -a languages <<<"${TOVEL_LANGUAGES:-1 0 5}"
-export WINEPREFIX=$work/prefix WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml=;winemenubuilder.exe=d"
+# An English (UK) Windows, as the unit tests have.
+export LC_ALL=en_GB.UTF-8 WINEPREFIX=$work/prefix WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml=;winemenubuilder.exe=d"
 read -r -a msi_pages <<<"${TOVEL_MSI_PAGES:-frmWelcome2 frmLicense frmDestination}"
 export PAGES="${pages[*]}" LANGUAGES="${languages[*]}" MSI_PAGES="${msi_pages[*]}" DISC=$work/disc OUT=$out
 # One X server and one Wine server for all pages: windows on a real (virtual) display, Wine

@@ -92,6 +92,12 @@ LRESULT clsGradientBackground::Handle(UINT message, WPARAM wParam, LPARAM lParam
     switch (message) {
     case WM_CLOSE: return 0;   // the user's close is refused; the program closes it at its end
     case WM_ERASEBKGND: return 1;
+    case WM_SETCURSOR:
+        if (busy_ && busy_()) {
+            SetCursor(LoadCursorW(nullptr, IDC_WAIT));
+            return TRUE;
+        }
+        return DefWindowProcW(hwnd_, message, wParam, lParam);
     case WM_PAINT: {
         PAINTSTRUCT paint;
         HDC dc = BeginPaint(hwnd_, &paint);

@@ -5,7 +5,9 @@
 // so they stay in front of it; it is not top-most, so message boxes and other programs can
 // come in front. The user cannot close it; the end of the program does.
 #include <array>
+#include <functional>
 #include <string>
+#include <utility>
 
 #include "platform/win32/Win32Headers.h"
 #include "ui/win32/clsMetrics.h"
@@ -15,7 +17,9 @@ namespace tovel {
 
 class clsGradientBackground {
 public:
-    clsGradientBackground(const clsMetrics& metrics, clsWin32Fonts& fonts) : metrics_(metrics), fonts_(fonts) {}
+    /// busy: whether the pointer shows the hourglass over the background too.
+    clsGradientBackground(const clsMetrics& metrics, clsWin32Fonts& fonts, std::function<bool()> busy)
+        : metrics_(metrics), fonts_(fonts), busy_(std::move(busy)) {}
     clsGradientBackground(const clsGradientBackground&) = delete;
     clsGradientBackground& operator=(const clsGradientBackground&) = delete;
     ~clsGradientBackground() { Close(); }
@@ -47,6 +51,7 @@ private:
 
     const clsMetrics& metrics_;
     clsWin32Fonts& fonts_;
+    std::function<bool()> busy_;
     HWND hwnd_ = nullptr;
     std::array<HBITMAP, kPlaces> images_{};
     std::string caption_;

@@ -12,7 +12,7 @@ namespace {
 constexpr DWORD kWaitSliceMs = 50;
 } // namespace
 
-clsWin32Renderer::clsWin32Renderer() : background_(metrics_, fonts_) {}
+clsWin32Renderer::clsWin32Renderer() : background_(metrics_, fonts_, [this] { return busy_; }) {}
 
 void clsWin32Renderer::ShowBackground() { background_.Show(); }
 
