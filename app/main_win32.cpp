@@ -1,35 +1,53 @@
-// The Windows build: the setup on the real Windows API.
+// The Windows build: the setup on the real Windows API, its wizard in native windows.
+#include <cstdlib>
 #include <string>
 
 #include "app/mdlSetupRun.h"
-#include "common/mdlMessage.h"
+#include "common/mdlEvents.h"
 #include "platform/win32/MakeWin32Platform.h"
 #include "platform/win32/Win32Headers.h"
 #include "platform/win32/clsWin32Text.h"
 #include "startup/Globals.h"
+#include "startup/Main.h"
+#include "ui/win32/clsWin32PageTest.h"
+#include "ui/win32/clsWin32Renderer.h"
 
 using namespace tovel;
 
 namespace {
-// Text the program made itself is UTF-8; a stray byte must not cost the whole message.
-std::wstring Wide(const std::string& text) { return clsWin32Text::ToWide(text).value_or(L"?"); }
 
-// Until the Windows renderer exists, Windows' message box shows the question.
-int ShowMessage(const std::string& text, int style, const std::string& caption) {
-    return MessageBoxW(nullptr, Wide(text).c_str(), Wide(caption).c_str(), static_cast<UINT>(style) | MB_TOPMOST);
+// A disc or share may hold a DLL named like a system one: libraries load from the system
+// folder only, and never from the current folder (which is the disc).
+void HardenDllSearch() {
+    using SetDefaultDirs = BOOL(WINAPI*)(DWORD);
+    constexpr DWORD kSearchSystem32 = 0x00000800;   // LOAD_LIBRARY_SEARCH_SYSTEM32
+    HMODULE kernel = GetModuleHandleW(L"kernel32.dll");
+    FARPROC found = kernel != nullptr ? GetProcAddress(kernel, "SetDefaultDllDirectories") : nullptr;
+    if (found != nullptr && reinterpret_cast<SetDefaultDirs>(reinterpret_cast<void*>(found))(kSearchSystem32) != 0) return;
+    using SetDirectory = BOOL(WINAPI*)(LPCWSTR);
+    found = kernel != nullptr ? GetProcAddress(kernel, "SetDllDirectoryW") : nullptr;   // XP SP1 and later
+    if (found != nullptr) (void)reinterpret_cast<SetDirectory>(reinterpret_cast<void*>(found))(L"");
 }
 
-// Where the start put the setup; without a renderer no page follows.
-void ShowStart() {
-    const std::string summary = "Setup folder " + HomePath + "\nWork folder " + WorkFolder + "\nWindows folder " +
-                                WindowsDir + "\nSystem folder " + SystemDir +
-                                "\n\nThe wizard is not built yet; nothing was installed.";
-    MessageBoxW(nullptr, Wide(summary).c_str(), L"TovelSetup", MB_OK | MB_ICONINFORMATION);
+std::string Environment(const wchar_t* name) {
+    const wchar_t* value = _wgetenv(name);
+    return value != nullptr ? clsWin32Text::ToUtf8(value) : std::string();
 }
+
 } // namespace
 
 int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int) {
+    HardenDllSearch();
     InstallPlatform(MakeWin32Platform());
-    SetMessageBoxHandler(ShowMessage);
-    RunSetup(nullptr, ShowStart);
+    static clsWin32Renderer renderer;
+    // The waits of the start and the end let the windows answer meanwhile.
+    SetDoEventsHandler([] { renderer.DoEvents(); });
+    const std::string pageTest = Environment(L"TOVEL_PAGE_TEST");
+    RunSetup(&renderer, [&] {
+        if (pageTest.empty()) return renderer.ShowBackground();
+        // One page on its own instead of the wizard; its findings are the exit status.
+        clsWin32PageTest test(renderer, pageTest, Environment(L"TOVEL_PAGE_TEST_OUT"));
+        ExitStatus = test.Run();
+        EndProgram();
+    });
 }

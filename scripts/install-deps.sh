@@ -1,13 +1,19 @@
 #!/usr/bin/env bash
 # Installs from Debian's packages what the builds need. "linux": the Linux build and its
-# tests; "all": also the Windows cross builds, Wine to run their tests, and clang with
-# libFuzzer for the fuzz targets.
+# tests; "win64", "win32": that Windows cross build (the tests of win64 run under Wine, its
+# pages under Xvfb, with a Japanese font for the Japanese pages); "all": everything, and
+# clang with libFuzzer for the fuzz targets.
 set -euo pipefail
 what=${1:-all}
-packages=(cmake ninja-build g++ libgtest-dev)
-if [ "$what" = all ]; then
-  packages+=(g++-mingw-w64-x86-64 g++-mingw-w64-i686 wine wine64 xvfb xauth locales clang-14 libclang-rt-14-dev)
-fi
+packages=(cmake ninja-build)
+wine_tests=(wine wine64 xvfb xauth locales fonts-ipafont-gothic)
+case $what in
+  linux) packages+=(g++ libgtest-dev) ;;
+  win64) packages+=(g++-mingw-w64-x86-64 googletest "${wine_tests[@]}") ;;
+  win32) packages+=(g++-mingw-w64-i686) ;;
+  all) packages+=(g++ libgtest-dev g++-mingw-w64-x86-64 g++-mingw-w64-i686 googletest "${wine_tests[@]}" clang-14 libclang-rt-14-dev) ;;
+  *) echo "unknown set $what (linux, win64, win32, all)" >&2; exit 2 ;;
+esac
 missing=()
 for p in "${packages[@]}"; do
   dpkg -s "$p" >/dev/null 2>&1 || missing+=("$p")

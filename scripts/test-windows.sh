@@ -6,7 +6,8 @@
 # BUILD_DIR defaults to build-win; every tovel_tests_*.exe below it runs, headless, in a fresh
 # copy of a prepared Wine prefix (Windows XP SP3, English (UK), windows without a display)
 # that is removed afterwards.
-# Further arguments go to each test program (e.g. --gtest_filter=Files*).
+# Further arguments go to each test program (e.g. --gtest_filter=Files*). Without arguments
+# the pages of the setup are opened too, under Xvfb (tests/win32/page-test.sh).
 #
 # Environment:
 #   TOVEL_WINE_CACHE     where the prepared prefix is kept (default ~/.cache/tovelsetup)
@@ -179,6 +180,19 @@ for program in "${programs[@]}"; do
     fi
     [[ $rc -eq 0 ]] || failed+=("$name")
 done
+
+# The pages themselves, on a virtual screen: skipped when the arguments choose tests, and
+# where the setup was not built or Xvfb is missing.
+if [[ ${#test_args[@]} -eq 0 ]] && find "$build_dir" -name TOVELSETUP.EXE -type f | grep -q .; then
+    if command -v xvfb-run >/dev/null 2>&1; then
+        log "running the page test"
+        pages_started=$SECONDS
+        "$(dirname "$0")/../tests/win32/page-test.sh" "$build_dir" "$base_prefix" || failed+=("page-test")
+        log "page test: $((SECONDS - pages_started)) s"
+    else
+        log "warning: no xvfb-run (apt-get install xvfb): the page test is skipped"
+    fi
+fi
 
 log "finished in $((SECONDS - started)) s"
 if [[ ${#failed[@]} -gt 0 ]]; then
