@@ -108,11 +108,15 @@ std::string clsControlCustomSetup::ProductDescription(const clsSIFApplicationIte
     return item.LongDescription;
 }
 
+std::string clsControlCustomSetup::LineDrive(int line) const {
+    const auto& nodes = tree_.Nodes();
+    return line >= 0 && static_cast<size_t>(line) < nodes.size() ? nodes[static_cast<size_t>(line)].drive : "";
+}
+
 void clsControlCustomSetup::ShowDrive(int line) {
     clsFormControl* list = Form().Control(kDriveList);
     if (list == nullptr) return;
-    const auto& nodes = tree_.Nodes();
-    const std::string drive = line >= 0 && static_cast<size_t>(line) < nodes.size() ? nodes[static_cast<size_t>(line)].drive : "";
+    const std::string drive = LineDrive(line);
     list->value = drive.empty() ? -1 : drives_.LineOf(drive);
     list->enabled = !drive.empty();
 }
@@ -122,10 +126,8 @@ void clsControlCustomSetup::ChangeDrive() {
     const clsFormControl* list = Form().Control(kDriveList);
     if (tree == nullptr || list == nullptr || tree->value < 0) return;
     clsSIFApplicationItem* item = gApplications.Item(tree_.IndexOf(tree->value));
-    const bool shown = static_cast<size_t>(tree->value) < tree_.Nodes().size() &&
-                       !tree_.Nodes()[static_cast<size_t>(tree->value)].drive.empty();
     // A line without a drive of its own (a packet, a product that may not move) keeps it.
-    if (item != nullptr && shown) (void)drives_.Move(*item, list->value);
+    if (item != nullptr && !LineDrive(tree->value).empty()) (void)drives_.Move(*item, list->value);
     Redraw();
 }
 

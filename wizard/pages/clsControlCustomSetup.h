@@ -45,6 +45,8 @@ private:
     /// The description and the space figures for the line under the cursor.
     void ShowCursor();
     void ShowSpace();
+    /// The drive a tree line shows; "" for a packet or a product that may not choose one.
+    [[nodiscard]] std::string LineDrive(int line) const;
     /// DriveList on the drive of the line under the cursor; disabled for a line without one.
     void ShowDrive(int line);
     void ChangeDrive();
