@@ -169,6 +169,9 @@ constexpr BuiltinText kTexts[] = {
       "non selezionato, bloccato", "未選択 (ロック)"}},
     {"Texts", "327",
      {"grau dargestellt", "greyed", "grisé", "atenuado", "in grigio", "灰色表示"}},
+    {"Texts", "328",
+     {"Benötigt %1 MB auf Laufwerk %2.", "Needs %1 MB on drive %2.", "Nécessite %1 Mo sur le lecteur %2.",
+      "Necesita %1 MB en la unidad %2.", "Richiede %1 MB sull'unità %2.", "ドライブ %2 に %1 MB 必要です。"}},
     {"Texts", "401",
      {"Möchten Sie die Installation wirklich abbrechen?%nDas gerade laufende Produkt-Setup wird noch abgeschlossen, die übrigen Produkte werden nicht installiert.",
       "Do you really want to abort the installation?%nThe product setup that is running now will still finish; the remaining products will not be installed.",
@@ -469,6 +472,7 @@ constexpr BuiltinText kTexts[] = {
     {"frmCustomSetup", "SpaceAvailableLabel",
      {"Verfügbarer Speicherplatz:", "Space available:", "Espace disponible :", "Espacio disponible:", "Spazio disponibile:",
       "空き容量："}},
+    {"frmCustomSetup", "DriveLabel", {"Laufwerk:", "Drive:", "Lecteur :", "Unidad:", "Unità:", "ドライブ："}},
     // Next on this page starts the installation.
     {"frmCustomSetup", "ContinueBtn", {"Installieren", "Install", "Installer", "Instalar", "Installa", "インストール"}},
 

@@ -53,6 +53,7 @@ inline constexpr int kFileNotOpened = 310;          ///< %1 file
 inline constexpr int kComponentLockedBy = 320;      ///< %1 product, %2 the product that locked it
 inline constexpr int kComponentLocked = 321;        ///< %1 product
 inline constexpr int kTreeLegendFirst = 323;        ///< 323 to 326 the box states 1, 2, 4, 8; 327 a grey box
+inline constexpr int kComponentNeeds = 328;         ///< %1 MB, %2 drive
 
 inline constexpr int kCloseQuestion = 401;
 inline constexpr int kInsertDisc = 402;             ///< followed by two line breaks and the disc name

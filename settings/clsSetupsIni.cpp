@@ -93,6 +93,7 @@ const std::vector<clsSetupsIni::Key>& clsSetupsIni::SettingsKeys() {
         {"IfNoUpdateFormDoUpdate", &clsSetupsIni::ifNoUpdateFormDoUpdate_},
         {"JumpOverParam", &clsSetupsIni::jumpOverParam_},
         {"OldForms", &clsSetupsIni::oldForms_},
+        {"GoldenComponentDialog", &clsSetupsIni::goldenComponentDialog_},
         {"PreCheckForIE", &clsSetupsIni::preCheckForIE_},
         {"SelectUpdate", &clsSetupsIni::selectUpdate_},
         {"SetupLanguageIsProgramLanguage", &clsSetupsIni::setupLanguageIsProgramLanguage_},

@@ -153,6 +153,8 @@ public:
     [[nodiscard]] bool IfNoUpdateFormDoUpdate() const { return ifNoUpdateFormDoUpdate_; }
     [[nodiscard]] bool JumpOverParam() const { return jumpOverParam_; }
     [[nodiscard]] bool OldForms() const { return oldForms_; }
+    /// The alternative component page of the "frmMSI" set (only without OldForms).
+    [[nodiscard]] bool GoldenComponentDialog() const { return goldenComponentDialog_; }
     [[nodiscard]] bool PreCheckForIE() const { return preCheckForIE_; }
     [[nodiscard]] bool SelectUpdate() const { return selectUpdate_; }
     [[nodiscard]] bool SetupLanguageIsProgramLanguage() const { return setupLanguageIsProgramLanguage_; }
@@ -266,6 +268,7 @@ private:
     bool ifNoUpdateFormDoUpdate_ = false;
     bool jumpOverParam_ = false;
     bool oldForms_ = true;
+    bool goldenComponentDialog_ = false;
     bool preCheckForIE_ = false;
     bool selectUpdate_ = false;
     bool setupLanguageIsProgramLanguage_ = false;

@@ -358,6 +358,13 @@ void AddComponentButtons(clsForm& form, const Look& look) {
     form.Control("ContinueBtn")->caption = "Install";   // Next on this page starts the installation
 }
 
+// The drive of the product under the cursor, beside its label, from (x, y) of the content to
+// its right edge; shown only when the disc lets products choose their drive on this page.
+void AddDriveChoice(clsForm& form, const Area& c, int x, int y) {
+    form.Add(Label("DriveLabel", c.At(x, y + 30, 900, 255), "Drive:").Hidden());
+    form.Add(List("DriveList", c.Rest(x + 960, y, 600)).Hidden());
+}
+
 clsForm CustomSetup(std::string_view name, const Look& look) {
     clsForm form = NewForm(name, look);
     const Area& c = look.content;
@@ -365,8 +372,9 @@ clsForm CustomSetup(std::string_view name, const Look& look) {
     form.Add(Label("CustomSetupLabel", c.Row(0, 480), "Select the products to install."));
     form.Add(Tree("ProductTree", c.At(0, 600, 3960, 2580)));
     form.Add(Label("StatusLabel", c.At(0, 3285, 3960, 255), ""));
-    form.Add(Frame("DescriptionFrame", c.Rest(4200, 540, 2280), "Description"));
-    form.Add(Label("DescriptionLabel", c.At(4320, 840, c.width - 4440, 1860), ""));
+    form.Add(Frame("DescriptionFrame", c.Rest(4200, 540, 1560), "Description"));
+    form.Add(Label("DescriptionLabel", c.At(4320, 840, c.width - 4440, 1140), ""));
+    AddDriveChoice(form, c, 4200, 2220);
     form.Add(Label("SpaceRequiredLabel", c.Rest(4200, 2970, 255), "Space required:"));
     form.Add(Label("SpaceAvailableLabel", c.Rest(4200, 3285, 255), "Space available:"));
     AddComponentButtons(form, look);
@@ -382,8 +390,9 @@ clsForm CustomSetupGolden(std::string_view name, const Look& look) {
     form.Add(Label("StatusLabel", c.Row(2070, 255), ""));
     form.Add(Frame("DescriptionFrame", c.At(0, 2340, c.width - 3000, 1200), "Description"));
     form.Add(Label("DescriptionLabel", c.At(120, 2580, c.width - 3240, 840), ""));
-    form.Add(Label("SpaceRequiredLabel", c.Rest(c.width - 2760, 2640, 255), "Space required:"));
-    form.Add(Label("SpaceAvailableLabel", c.Rest(c.width - 2760, 2955, 255), "Space available:"));
+    AddDriveChoice(form, c, c.width - 2760, 2340);
+    form.Add(Label("SpaceRequiredLabel", c.Rest(c.width - 2760, 3000, 255), "Space required:"));
+    form.Add(Label("SpaceAvailableLabel", c.Rest(c.width - 2760, 3285, 255), "Space available:"));
     AddComponentButtons(form, look);
     return form;
 }

@@ -9,6 +9,7 @@
 #include "wizard/WizardGlobals.h"
 #include "wizard/pages/clsControlBusSystem.h"
 #include "wizard/pages/clsControlCustomSetup.h"
+#include "wizard/pages/clsControlCustomSetupGolden.h"
 #include "wizard/pages/clsControlDestination.h"
 #include "wizard/pages/clsControlDone.h"
 #include "wizard/pages/clsControlIdentification.h"
@@ -34,6 +35,12 @@ std::unique_ptr<clsPageController> Make() {
     return std::make_unique<Controller>();
 }
 
+// The golden component page belongs to the "frmMSI" set: the classic set keeps its own.
+std::unique_ptr<clsPageController> MakeCustomSetup() {
+    const bool golden = gSetupsIni != nullptr && !gSetupsIni->OldForms() && gSetupsIni->GoldenComponentDialog();
+    return golden ? Make<clsControlCustomSetupGolden>() : Make<clsControlCustomSetup>();
+}
+
 } // namespace
 
 std::unique_ptr<clsPageController> MakePageController(const std::string& page) {
@@ -52,7 +59,7 @@ std::unique_ptr<clsPageController> MakePageController(const std::string& page) {
         {"frmUpdateOrNew", Make<clsControlUpdateOrNew>},
         {"frmSetupType", Make<clsControlSetupType>},
         {"frmBusSystem", Make<clsControlBusSystem>},
-        {"frmCustomSetup", Make<clsControlCustomSetup>},
+        {"frmCustomSetup", MakeCustomSetup},
         {"frmInstallation", Make<clsControlInstall>},
         {"frmDone", Make<clsControlDone>},
     };

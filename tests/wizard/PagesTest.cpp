@@ -17,6 +17,7 @@
 #include "tests/wizard/ScriptedRenderer.h"
 #include "wizard/WizardGlobals.h"
 #include "wizard/pages/clsControlCustomSetup.h"
+#include "wizard/pages/clsControlCustomSetupGolden.h"
 #include "wizard/pages/clsControlDestination.h"
 #include "wizard/pages/clsControlInstall.h"
 #include "wizard/pages/clsControlLanguage.h"
@@ -25,6 +26,7 @@
 #include "wizard/pages/clsControlSetupType.h"
 #include "wizard/clsDialogOrder.h"
 #include "install/clsDumpFile.h"
+#include "wizard/mdlWizard.h"
 #include "wizard/uscTreeListView.h"
 
 #ifndef _WIN32
@@ -563,6 +565,85 @@ TEST_F(DestinationPage, TheComponentPageRefusesASelectionTooBigForItsDrive) {
                                 "Please free some space or choose another drive."}));
     EXPECT_TRUE(Logged("Not enough free space on drive C: (required 700 MB, available 500 MB): the page stays."));
     EXPECT_EQ(After("frmCustomSetup"), "frmInstallation");   // 300 MB fit
+#endif
+}
+
+TEST_F(DestinationPage, TheComponentPageMovesAProductToAnotherDriveAndItsSpaceFollows) {
+#ifdef _WIN32
+    GTEST_SKIP() << "needs drives whose free space the test sets";
+#else
+    Drives();
+    gApplications.Item(1)->DestPath = "C:\\Program Files\\Tovel\\Base";
+    Run<clsControlCustomSetup>({
+        Inspect([](clsForm& form) {
+            EXPECT_EQ(form.Name(), "frmCustomSetup");
+            const clsFormControl& list = *form.Control("DriveList");
+            EXPECT_TRUE(list.visible);
+            EXPECT_EQ(list.items, (Lines{"C:", "E:", "R:"}));   // no CD-ROM, no network drive
+            EXPECT_EQ(list.value, 0);                            // BASE, under the cursor, on C:
+            EXPECT_EQ(Caption(form, "SpaceRequiredLabel"), "Space required: C: 700 MB");
+        }),
+        Click("ContinueBtn"),   // 700 MB do not fit C:
+        ChooseLine("DriveList", 1),
+        Inspect([](clsForm& form) {
+            EXPECT_EQ(form.Control("ProductTree")->nodes[0].drive, "E:");
+            EXPECT_EQ(form.Control("DriveList")->value, 1);
+            EXPECT_EQ(Caption(form, "SpaceRequiredLabel"), "Space required: E: 300 MB, C: 400 MB");
+            EXPECT_EQ(Caption(form, "SpaceAvailableLabel"), "Space available: E: 5000 MB, C: 500 MB");
+        }),
+        ChooseLine("ProductTree", 1),
+        Inspect([](clsForm& form) { EXPECT_EQ(form.Control("DriveList")->value, 0); }),   // VIEWER stays on C:
+        Click("ContinueBtn"),
+    });
+    EXPECT_EQ(messages_.size(), 1u);
+    EXPECT_EQ(gApplications.Item(1)->DestDrive, "E:");
+    EXPECT_EQ(gApplications.Item(1)->DestPath, "E:\\Program Files\\Tovel\\Base");
+    EXPECT_EQ(gApplications.Item(2)->DestDrive, "");
+    EXPECT_TRUE(Logged("Component BASE moved to drive E: (was not set)."));
+    EXPECT_EQ(After("frmCustomSetup"), "frmInstallation");
+#endif
+}
+
+TEST_F(DestinationPage, TheGoldenPageTellsWhatAProductNeedsAndMovesOnlyProductsThatMayMove) {
+#ifdef _WIN32
+    GTEST_SKIP() << "needs drives whose free space the test sets";
+#else
+    Drives();
+    Settings("OldForms=False\r\nGoldenComponentDialog=True\r\nOnlyFixedDrivesAllowed=True\r\n");
+    EXPECT_NE(dynamic_cast<clsControlCustomSetupGolden*>(MakePageController("frmCustomSetup").get()), nullptr);
+    gApplications.Item(2)->ShowDriveSelectionInComponentDialog = false;
+    Run<clsControlCustomSetupGolden>({
+        Inspect([](clsForm& form) {
+            EXPECT_EQ(form.Name(), "frmMSICustomSetupGolden");
+            EXPECT_EQ(form.Control("DriveList")->items, (Lines{"C:", "E:"}));
+            EXPECT_EQ(Caption(form, "DescriptionLabel"), "All about BASE\nNeeds 300 MB on drive C:.");
+        }),
+        ChooseLine("DriveList", 1),
+        Inspect([](clsForm& form) { EXPECT_EQ(Caption(form, "DescriptionLabel"), "All about BASE\nNeeds 300 MB on drive E:."); }),
+        ChooseLine("DriveList", 7),   // a line the list does not have: BASE stays on E:
+        ChooseLine("ProductTree", 1),
+        Inspect([](clsForm& form) {
+            EXPECT_EQ(form.Control("ProductTree")->nodes[1].drive, "");   // VIEWER may not move
+            EXPECT_FALSE(form.Control("DriveList")->enabled);
+            EXPECT_EQ(form.Control("DriveList")->value, -1);
+        }),
+        ChooseLine("DriveList", 1),   // a script may still choose a line: nothing moves
+        Click("ContinueBtn"),
+    });
+    EXPECT_EQ(gApplications.Item(1)->DestDrive, "E:");
+    EXPECT_EQ(gApplications.Item(2)->DestDrive, "");
+    EXPECT_TRUE(Logged("Component BASE: no drive offered on line 7, not moved."));
+    EXPECT_EQ(After("frmCustomSetup"), "frmInstallation");
+    // The classic set keeps the plain page, and without the disc's drive choice there is none.
+    Settings("GoldenComponentDialog=True\r\nShowDriveSelectionInComponentDialog=False\r\n");
+    EXPECT_EQ(dynamic_cast<clsControlCustomSetupGolden*>(MakePageController("frmCustomSetup").get()), nullptr);
+    Run<clsControlCustomSetup>({
+        Inspect([](clsForm& form) {
+            EXPECT_FALSE(form.Control("DriveList")->visible);
+            EXPECT_FALSE(form.Control("DriveLabel")->visible);
+        }),
+        Click("ContinueBtn"),
+    });
 #endif
 }
 

@@ -18,6 +18,7 @@ namespace tovel {
 namespace {
 
 constexpr const char* kTree = "ProductTree";
+constexpr const char* kDriveList = "DriveList";
 constexpr int kLegendNames = 5;   // the four states and the grey box
 
 std::string Numbered(int number, const std::vector<std::string>& values = {}) {
@@ -35,7 +36,10 @@ std::string NameOf(const clsSIFApplicationItem& item) {
 } // namespace
 
 clsControlCustomSetup::clsControlCustomSetup()
-    : clsControlPage("frmCustomSetup"), walk_(gApplications), tree_(ComponentTreeOptions::FromSettings()) {}
+    : clsControlPage("frmCustomSetup"),
+      walk_(gApplications),
+      tree_(ComponentTreeOptions::FromSettings()),
+      drives_(gSetupsIni != nullptr && gSetupsIni->OnlyFixedDrivesAllowed()) {}
 
 void clsControlCustomSetup::OnLoad() {
     // A product always installed cannot be cleared: its box is checked and locked.
@@ -50,6 +54,10 @@ void clsControlCustomSetup::OnLoad() {
     const bool showSpace = gSetupsIni == nullptr || gSetupsIni->ShowDiskSpaceInComponentDialog();
     SetVisible("SpaceRequiredLabel", showSpace);
     SetVisible("SpaceAvailableLabel", showSpace);
+    const bool chooseDrive = ComponentTreeOptions::FromSettings().showDrive;
+    SetVisible("DriveLabel", chooseDrive);
+    SetVisible(kDriveList, chooseDrive);
+    if (clsFormControl* list = Form().Control(kDriveList)) list->items = drives_.Lines();
     SetLegend();
     ShowTree();
     if (clsFormControl* tree = Form().Control(kTree)) {
@@ -82,19 +90,54 @@ void clsControlCustomSetup::ShowTree() {
 void clsControlCustomSetup::ShowCursor() {
     const clsFormControl* tree = Form().Control(kTree);
     std::string description;
-    if (tree != nullptr && tree->value >= 0) {
-        if (const clsSIFApplicationItem* item = gApplications.Item(tree_.IndexOf(tree->value))) {
-            description = item->LongDescription;
+    const int line = tree != nullptr ? tree->value : -1;
+    if (line >= 0) {
+        if (const clsSIFApplicationItem* item = gApplications.Item(tree_.IndexOf(line))) {
+            description = ProductDescription(*item);
         } else if (const clsSIFPacketItem* packet = gPackets.Item(gPackets.IndexOfProductCode(tree->nodes[static_cast<size_t>(tree->value)].key))) {
             description = packet->LongDescription;
         }
     }
     SetText("DescriptionLabel", description);
+    ShowDrive(line);
     ShowSpace();
 }
 
+std::string clsControlCustomSetup::ProductDescription(const clsSIFApplicationItem& item) const {
+    return item.LongDescription;
+}
+
+std::string clsControlCustomSetup::LineDrive(int line) const {
+    const auto& nodes = tree_.Nodes();
+    return line >= 0 && static_cast<size_t>(line) < nodes.size() ? nodes[static_cast<size_t>(line)].drive : "";
+}
+
+void clsControlCustomSetup::ShowDrive(int line) {
+    clsFormControl* list = Form().Control(kDriveList);
+    if (list == nullptr) return;
+    const std::string drive = LineDrive(line);
+    list->value = drive.empty() ? -1 : drives_.LineOf(drive);
+    list->enabled = !drive.empty();
+}
+
+void clsControlCustomSetup::ChangeDrive() {
+    const clsFormControl* tree = Form().Control(kTree);
+    const clsFormControl* list = Form().Control(kDriveList);
+    if (tree == nullptr || list == nullptr || tree->value < 0) return;
+    clsSIFApplicationItem* item = gApplications.Item(tree_.IndexOf(tree->value));
+    // A line without a drive of its own (a packet, a product that may not move) keeps it.
+    if (item != nullptr && !LineDrive(tree->value).empty()) (void)drives_.Move(*item, list->value);
+    Redraw();
+}
+
+void clsControlCustomSetup::Redraw() {
+    ShowTree();
+    ShowCursor();
+    Renderer().Refresh(Form());
+}
+
 void clsControlCustomSetup::ShowSpace() {
-    const auto drives = clsComponentSpace::Needs([this](const clsSIFApplicationItem& item) { return tree_.DriveOf(item); });
+    const auto drives = clsComponentSpace::Needs([this](const clsSIFApplicationItem& item) { return DriveOf(item); });
     const std::string required = clsComponentSpace::Text(drives, false);
     const std::string available = clsComponentSpace::Text(drives, true);
     SetText("SpaceRequiredLabel", requiredCaption_ + " " + (required.empty() ? "0 MB" : required));
@@ -104,6 +147,7 @@ void clsControlCustomSetup::ShowSpace() {
 void clsControlCustomSetup::Status(const std::string& text) { SetText("StatusLabel", text); }
 
 void clsControlCustomSetup::OnClick(const std::string& control, int) {
+    if (control == kDriveList) return ChangeDrive();
     if (control != kTree) return;
     Status("");
     ShowCursor();
@@ -140,9 +184,7 @@ void clsControlCustomSetup::OnNodeCheck(const std::string& control, int node) {
                      std::to_string(change.newCheckBox) + (cause != nullptr ? " (by " + cause->ProductCode + ")" : ""));
     }
     Status("");
-    ShowTree();
-    ShowCursor();
-    Renderer().Refresh(Form());
+    Redraw();
 }
 
 void clsControlCustomSetup::SettleStates() {
@@ -162,7 +204,7 @@ void clsControlCustomSetup::SettleStates() {
 }
 
 bool clsControlCustomSetup::SelectionFits() const {
-    const auto drives = clsComponentSpace::Needs([this](const clsSIFApplicationItem& item) { return tree_.DriveOf(item); });
+    const auto drives = clsComponentSpace::Needs([this](const clsSIFApplicationItem& item) { return DriveOf(item); });
     for (const auto& d : drives) {
         if (!d.available) LogIfEnabled("The free space of drive " + d.drive + " is unknown; it is taken as it is.");
     }
