@@ -4,12 +4,11 @@
 
 #include "catalogue/CatalogueGlobals.h"
 #include "common/mdlMessage.h"
-#include "install/clsSilentMode.h"
 #include "language/clsBuiltinTexts.h"
 #include "startup/Globals.h"
-#include "startup/clsPrintLog.h"
 #include "startup/mdlLog.h"
 #include "wizard/WizardGlobals.h"
+#include "wizard/clsRecordMode.h"
 #include "wizard/clsRenderer.h"
 #include "wizard/pages/clsComponentSpace.h"
 #include "wizard/uscTreeListView.h"
@@ -175,22 +174,7 @@ bool clsControlCustomSetup::SelectionFits() const {
     return false;
 }
 
-void clsControlCustomSetup::Record() {
-    AutoIniAnswers answers;
-    if (gSetupsIni != nullptr) answers.createdWith = gSetupsIni->CDTitle();
-    answers.setupVersion = clsPrintLog::ProgramVersion();
-    answers.setupLanguage = DefaultLanguage;
-    if (const clsSIFApplicationItem* first = gApplications.Item(1)) {
-        answers.idName = first->UserName;
-        answers.idCompany = first->CompanyName;
-        answers.generalDrive = first->DestDrive;
-    }
-    answers.installLanguage = ProductLanguages;
-    answers.bus = SelectedBusSystem;
-    answers.newInstallation = !UpdateMode;
-    clsSilentMode recorder;
-    if (recorder.CreateAutoIni(answers, gApplications)) clsSilentMode::ShowRecordedMessage();
-}
+void clsControlCustomSetup::Record() { (void)clsRecordMode::Record(); }
 
 bool clsControlCustomSetup::OnContinue() {
     SettleStates();
