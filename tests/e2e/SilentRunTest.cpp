@@ -1,8 +1,6 @@
 // Record and replay with the real program: a walk through the sample disc in record mode
 // writes the answer file, and a silent run on a fresh machine installs the same products to
 // the same places without reading a line of input.
-#include <cstdlib>
-
 #include "tests/e2e/SetupRun.h"
 
 namespace tovel::test {
@@ -24,9 +22,7 @@ protected:
     void SetUp() override {
         SetupRun::SetUp();
         UseSampleDisc();
-        const std::string path = std::string(TOVEL_FAKESETUP_DIR) + ":" + std::getenv("PATH");
-        setenv("PATH", path.c_str(), 1);
-        WriteMachine("clock", "2026-11-22 08:00:00\n");
+        UseFakeSetupsOnADrivenClock();
     }
 
     // Records on a machine of its own, installing as it goes; the answer file's bytes.
@@ -42,7 +38,7 @@ protected:
         std::error_code ec;
         std::filesystem::remove_all(Machine(), ec);
         ASSERT_FALSE(ec) << ec.message();
-        WriteMachine("clock", "2026-11-22 08:00:00\n");
+        UseFakeSetupsOnADrivenClock();
     }
     [[nodiscard]] std::string FakeLog() const { return ReadMachine("drive_c/FAKESETUP.LOG"); }
     // The silent run did what the recorded one did: the same setups, with the same
@@ -99,6 +95,23 @@ TEST_F(SilentRun, AnAnswerFileOnTheDiscOrInWindowsWithABareSwitchIsReplayedToo) 
     ASSERT_EQ(Run({"/SILENT", "/log"}, {"--create=xppro"}), 0) << Output();
     ExpectSameInstallation();
     EXPECT_TRUE(Logged("Readautoini Fullpath=C:\\WINDOWS\\Tovel_Auto.ini ")) << Output();
+}
+
+TEST_F(SilentRun, AMissingSetupIsAnsweredWithCancelAndSkipped) {
+    std::string answers = "[GENERAL]\r\nIdName=Jane Roe\r\n[TOVBASE]\r\nSelected=True\r\n[WEBPANEL]\r\nSelected=True\r\n";
+    for (const char* other : {"DOCVIEW", "ETHDRV", "PBDRV", "SER9X", "LICMGR", "OPCSRV", "DESIGNER", "HISTSRV", "HMIRT",
+                              "ALARMMGR", "REPORT", "SAMPLES"})
+        answers += std::string("[") + other + "]\r\nSelected=False\r\n";
+    WriteDisc("Tovel_Auto.ini", answers);
+    std::filesystem::remove(Disc() / "Products" / "Web Panel" / "Setup" / "WebSetup.exe");
+
+    EXPECT_EQ(Run({"/log"}, {"--create=xppro"}), 0) << Output();
+    EXPECT_NE(FakeLog().find("TOVBASE: start"), std::string::npos) << FakeLog();
+    EXPECT_EQ(FakeLog().find("WEBPANEL:"), std::string::npos) << FakeLog();
+    EXPECT_TRUE(Logged("File Not Found: D:\\Products\\Web Panel\\Setup\\WebSetup.exe ")) << Output();
+    // The disc prompt's default button is Cancel: nobody is asked for ever.
+    EXPECT_TRUE(Logged("Sample Disc 1 [OK/Cancel] answer: Cancel (silent) ")) << ReadMachine("drive_c/TOVELSETUP.LOG");
+    EXPECT_TRUE(Logged("Product WEBPANEL is skipped. ")) << ReadMachine("drive_c/TOVELSETUP.LOG");
 }
 
 } // namespace
