@@ -188,8 +188,12 @@ void clsSilentMode::MarkSelected(clsSIFApplicationItem& item, bool selectedInFil
         item.Selected = false;
     } else {
         switch (item.CheckBox) {
-            case 1: case 2: case 4: item.Selected = !DoNotInstall(item); break;
-            case 3: case 5: item.Selected = false; break;
+            case CheckBoxState::kChecked:
+            case CheckBoxState::kUnchecked:
+            case CheckBoxState::kCheckedLocked: item.Selected = !DoNotInstall(item); break;
+            // Codes no box of this program carries; an answer file never installs them.
+            case 3:
+            case 5: item.Selected = false; break;
             // A box the disc or a link locked cleared stays as it is whatever the file says.
             default: break;
         }
