@@ -1,8 +1,6 @@
 // The sample disc installed by the real program, its products being the stand-in setup: the
 // wizard walked, the products installed one after the other, and a restart in the middle
 // resumed by the machine's boot.
-#include <cstdlib>
-
 #include "tests/e2e/SetupRun.h"
 
 namespace tovel::test {
@@ -27,13 +25,8 @@ protected:
     void SetUp() override {
         SetupRun::SetUp();
         UseSampleDisc();
-        // The disc's product setups are launchers of the stand-in, found on PATH.
-        const std::string path = std::string(TOVEL_FAKESETUP_DIR) + ":" + std::getenv("PATH");
-        setenv("PATH", path.c_str(), 1);
-        // Time stands still but for the waits: the 2000 ms ticks take no time.
-        WriteMachineClock();
+        UseFakeSetupsOnADrivenClock();
     }
-    void WriteMachineClock() { WriteMachine("clock", "2026-11-22 08:00:00\n"); }
     [[nodiscard]] std::string FakeLog() const { return ReadMachine("drive_c/FAKESETUP.LOG"); }
     [[nodiscard]] std::string Hklm(const std::string& fragment) const {
         const std::string registry = ReadMachine("registry.reg");

@@ -6,6 +6,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cstdlib>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
@@ -59,6 +60,13 @@ protected:
     void UseSampleDisc() {
         std::filesystem::copy(TOVEL_SAMPLE_DISC, Disc(),
                               std::filesystem::copy_options::recursive | std::filesystem::copy_options::overwrite_existing);
+    }
+    /// The disc's product setups are launchers of the stand-in setup: it goes on PATH. The
+    /// machine's time stands still but for the waits, so ticks and setups take no time.
+    void UseFakeSetupsOnADrivenClock() {
+        const std::string path = std::string(TOVEL_FAKESETUP_DIR) + ":" + std::getenv("PATH");
+        setenv("PATH", path.c_str(), 1);
+        WriteMachine("clock", "2026-11-22 08:00:00\n");
     }
     void WriteDisc(const std::string& relative, const std::string& bytes) { Write(Disc() / relative, bytes); }
     void WriteMachine(const std::string& relative, const std::string& bytes) { Write(Machine() / relative, bytes); }

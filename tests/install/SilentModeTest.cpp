@@ -1,5 +1,5 @@
-// Record mode's answer file: its bytes, the message after recording, and reading the
-// per-product answers back into a catalogue.
+// The answer file: its bytes, the message after recording, and reading it back, the
+// per-product answers into a catalogue and GENERAL into the run's answers.
 #include <gtest/gtest.h>
 
 #include "catalogue/clsSIFApplication.h"
@@ -8,7 +8,7 @@
 #include "settings/clsIniFile.h"
 #include "settings/clsPlaceholder.h"
 #include "startup/Globals.h"
-#include "tests/support/BedFixture.h"
+#include "tests/catalogue/CatalogueFixture.h"
 
 namespace tovel::test {
 namespace {
@@ -37,7 +37,7 @@ AutoIniAnswers Answers() {
     return answers;
 }
 
-class SilentModeTest : public BedFixture {
+class SilentModeTest : public CatalogueFixture {
 protected:
     std::string Bytes(const std::string& path) { return Platform().Files().ReadFile(path).value_or("<missing>"); }
 };
@@ -170,6 +170,111 @@ TEST_F(SilentModeTest, SelectedInTheFileGivesWayToTheRecordsOwnState) {
     missing.SetFullPath(bed_->folder + "missing.ini");
     clsSilentMode::ReadApplications(missing, catalogue, nullptr);
     EXPECT_TRUE(catalogue.Item(3)->Selected) << "a missing file changes nothing";
+}
+
+TEST_F(SilentModeTest, GeneralAnswersReadBackAndReachEveryProduct) {
+    clsSIFApplication recorded;
+    recorded.AddItem(Product("TOVBASE", CheckBoxState::kCheckedLocked, "D:", "D:\\Tovel\\Base"));
+    clsSilentMode record;
+    record.SetTargetPath(bed_->folder);
+    ASSERT_TRUE(record.CreateAutoIni(Answers(), recorded));
+
+    clsSIFApplication catalogue;
+    catalogue.AddItem(Product("TOVBASE", CheckBoxState::kCheckedLocked, "C:", "C:\\Program Files\\Tovel"));
+    catalogue.AddItem(Product("NOSECTION", CheckBoxState::kChecked, "C:", "C:\\New"));
+    AutoIniAnswers read;
+    clsSilentMode silent;
+    ASSERT_TRUE(silent.ReadAutoIni2(record.RecordPath(), catalogue, read));
+    const AutoIniAnswers want = Answers();
+    EXPECT_EQ(silent.CDTitle(), want.createdWith);
+    EXPECT_EQ(silent.TovelSetupVersion(), want.setupVersion);
+    EXPECT_EQ(read.setupLanguage, want.setupLanguage);
+    EXPECT_EQ(read.installLanguage, want.installLanguage);
+    EXPECT_EQ(read.bus, want.bus);
+    EXPECT_FALSE(read.newInstallation) << "NewInstallation=False is an update";
+    for (const auto& item : catalogue.Items()) {
+        EXPECT_EQ(item.UserName, "Anna Berg") << item.ProductCode;
+        EXPECT_EQ(item.CompanyName, "Werk 3") << item.ProductCode;
+    }
+    EXPECT_EQ(catalogue.Item(1)->DestPath, "D:\\Tovel\\Base");
+    EXPECT_EQ(catalogue.Item(2)->DestDrive, "D:") << "the general drive, the product having no section";
+    const auto lines = LogLines();
+    ASSERT_GE(lines.size(), 3U);
+    EXPECT_EQ(lines[0], "ReadAutoIni with Path=" + record.RecordPath() + " ");
+    EXPECT_EQ(lines[1], "ReadAutoIni initilized Path=" + record.RecordPath() + " ");
+    EXPECT_EQ(lines[2], "Readautoini Fullpath=" + record.RecordPath() + " ");
+}
+
+TEST_F(SilentModeTest, DamagedOrEmptyGeneralValuesKeepTheRunsOwn) {
+    const std::string path = WriteFile("damaged\\Tovel_Auto.ini",
+                                       "[GENERAL]\r\nSetuplanguage=9\r\nIdName=\r\nIdCompany=Werk 5\r\n"
+                                       "GeneralDrive=Laufwerk D\r\nInstallLanguage=AZ\r\nBus=12\r\n"
+                                       "NewInstallation=Vielleicht\r\n");
+    clsSIFApplication catalogue;
+    catalogue.AddItem(Product("TOVBASE", CheckBoxState::kChecked, "C:", "C:\\Tovel"));
+    catalogue.Item(1)->UserName = "Jane Roe";
+    AutoIniAnswers answers = Answers();
+    clsSilentMode silent;
+    ASSERT_TRUE(silent.ReadAutoIni2(path, catalogue, answers));
+    EXPECT_EQ(answers.setupLanguage, 0);
+    EXPECT_EQ(answers.idName, "Anna Berg");
+    EXPECT_EQ(answers.idCompany, "Werk 5");
+    EXPECT_EQ(answers.generalDrive, "D:");
+    EXPECT_EQ(answers.installLanguage, "AB");
+    EXPECT_EQ(answers.bus, "2");
+    EXPECT_FALSE(answers.newInstallation);
+    EXPECT_TRUE(catalogue.Item(1)->Selected) << "no section: the disc's own selection";
+    const std::string log = LogText();
+    for (const char* bad : {"Setuplanguage=9", "GeneralDrive=Laufwerk D", "InstallLanguage=AZ", "Bus=12",
+                            "NewInstallation=Vielleicht"}) {
+        EXPECT_NE(log.find(std::string("Readautoini: ") + bad + " is not a valid value; the setting stays as it was."),
+                  std::string::npos)
+            << bad << "\n" << log;
+    }
+}
+
+TEST_F(SilentModeTest, TheDiscsFileWinsOverTheWindowsFolderAndAMissingFileChangesNothing) {
+    const std::string savedHome = HomePath;
+    const std::string savedWindows = WindowsDir;
+    HomePath = bed_->folder + "disc\\";
+    WindowsDir = bed_->folder + "windows\\";
+    (void)WriteFile("windows\\Tovel_Auto.ini", "[GENERAL]\r\nIdName=From Windows\r\n");
+    clsSilentMode silent;
+    EXPECT_EQ(silent.ReadPath(), WindowsDir + "Tovel_Auto.ini");
+    (void)WriteFile("disc\\Tovel_Auto.ini", "[GENERAL]\r\nIdName=From the disc\r\n");
+    EXPECT_EQ(silent.ReadPath(), HomePath + "Tovel_Auto.ini");
+    clsSIFApplication catalogue;
+    AutoIniAnswers answers;
+    EXPECT_TRUE(silent.ReadAutoIni(catalogue, answers));   // no early return: the folders are put back below
+    EXPECT_EQ(answers.idName, "From the disc");
+
+    AutoIniAnswers untouched = Answers();
+    clsSilentMode missing;
+    EXPECT_FALSE(missing.ReadAutoIni2(bed_->folder + "nowhere\\Tovel_Auto.ini", catalogue, untouched));
+    EXPECT_EQ(untouched.idName, "Anna Berg");
+    EXPECT_NE(LogText().find("Error in Modul clsSilentMode Funktion ReadAutoIni: " + bed_->folder +
+                             "nowhere\\Tovel_Auto.ini does not exist."),
+              std::string::npos);
+    HomePath = savedHome;
+    WindowsDir = savedWindows;
+}
+
+TEST_F(SilentModeTest, SelectionCodesThreeAndFiveAreNeverInstalled) {
+    ASSERT_TRUE(Platform().Files().WriteFileAtomic(bed_->folder + "codes.ini",
+                                                   "[THREE]\r\nSelected=True\r\n[FIVE]\r\nSelected=True\r\n"
+                                                   "[FOUR]\r\nSelected=True\r\n"));
+    clsSIFApplication catalogue;
+    catalogue.AddItem(Product("THREE", 3, "", ""));
+    catalogue.AddItem(Product("FIVE", 5, "", ""));
+    catalogue.AddItem(Product("FOUR", CheckBoxState::kCheckedLocked, "", ""));
+    catalogue.Item(1)->Selected = true;
+    catalogue.Item(2)->Selected = true;
+    clsIniFile answers;
+    answers.SetFullPath(bed_->folder + "codes.ini");
+    clsSilentMode::ReadApplications(answers, catalogue, nullptr);
+    EXPECT_FALSE(catalogue.Item(1)->Selected);
+    EXPECT_FALSE(catalogue.Item(2)->Selected);
+    EXPECT_TRUE(catalogue.Item(3)->Selected);
 }
 
 } // namespace

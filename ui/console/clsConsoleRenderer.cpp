@@ -4,6 +4,8 @@
 
 #include <utility>
 
+#include "startup/Globals.h"
+
 namespace tovel {
 
 clsConsoleRenderer::clsConsoleRenderer(std::istream& in, std::ostream& out, ConsoleMode mode)
@@ -27,7 +29,9 @@ void clsConsoleRenderer::ShowModal(clsForm& form) {
     form.SetShown(true);
     // The screen is ready before Load: a page that waits in its Activate (letting events
     // run) must already take actions and show the busy mark.
-    if (!mode_->Begin()) mode_ = &script_;
+    // A silent run has nobody at the terminal: its pages go on by themselves, and the script
+    // runner reads no input in silent mode, so a page that did not is closed as at its end.
+    if (SilentMode || !mode_->Begin()) mode_ = &script_;
     form.RaiseLoad();
     if (form.Shown()) form.RaiseActivate();
     mode_->Run(shown);

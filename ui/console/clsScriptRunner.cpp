@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "common/clsString.h"
+#include "startup/Globals.h"
 #include "ui/console/clsPageText.h"
 #include "wizard/uscTreeListView.h"
 
@@ -108,7 +109,8 @@ bool clsScriptRunner::ReadLine(std::string& line) {
         kept_.reset();
         return true;
     }
-    if (!std::getline(in_, line)) return false;
+    // A silent run's input belongs to whoever started it, not to the setup's pages.
+    if (SilentMode || !std::getline(in_, line)) return false;
     ++line_;
     return true;
 }

@@ -12,6 +12,7 @@
 #include "startup/Globals.h"
 #include "startup/mdlLog.h"
 #include "wizard/WizardGlobals.h"
+#include "wizard/clsSilentAnswers.h"
 
 namespace tovel {
 
@@ -65,6 +66,7 @@ void clsControlInstall::OnLoad() {
     int16_t position = 0;
     int32_t status = 0;
     std::string failedLines;
+    if (SilentMode) (void)clsSilentAnswers::Read();
     if (ContinuedAfterRestart) {
         if (!ReadState(position, status, failedLines)) {
             LeavePage();

@@ -1,5 +1,7 @@
 #include "wizard/pages/clsControlPage.h"
 
+#include <algorithm>
+
 #include "common/clsCodePage.h"
 #include "platform/clsPlatform.h"
 #include "startup/Globals.h"
@@ -25,7 +27,26 @@ void clsControlPage::FormLoad() {
     OnLoad();
 }
 
-void clsControlPage::FormActivate() { OnActivate(); }
+void clsControlPage::FormActivate() {
+    OnActivate();
+    // Nobody answers a silent run: a page still in front goes on as Enter would take it.
+    if (SilentMode && !test_ && form_.Shown()) PressDefaultButton();
+}
+
+void clsControlPage::PressDefaultButton() {
+    const auto& controls = form_.Controls();
+    const auto button = std::find_if(controls.begin(), controls.end(),
+                                     [](const clsFormControl& c) { return c.isDefault && c.visible && c.enabled; });
+    if (button == controls.end()) {
+        LogIfEnabled("Silent run: " + form_.Name() + " has no default button to go on with; the setup is cancelled.");
+        CancelBtnClick();
+        return;
+    }
+    const std::string name = button->name;   // the click may change the controls
+    const int index = button->index;
+    LogIfEnabled("Silent run: " + form_.Name() + " goes on with " + name + ".");
+    Click(name, index);
+}
 
 void clsControlPage::SetTexts() {
     if (!gLanguage) return;

@@ -5,6 +5,9 @@
 // page's answers and goes on, Back goes back, Cancel and the close box ask whether to cancel.
 // A page adds only what is its own (OnLoad, OnActivate, OnContinue, OnClick, OnChange).
 //
+// In a silent run a page that is still in front after its Activate presses its default
+// button itself, so that no page ever waits for a person.
+//
 // With the test flag (a page opened on its own, outside the wizard) the page never calls the
 // dialog order: Cancel and the close box just unload the form.
 #include <string>
@@ -60,6 +63,8 @@ protected:
 
 private:
     void SetTexts();
+    /// Silent run: presses the page's default button; with none, cancels the setup.
+    void PressDefaultButton();
 
     std::string page_;
     clsForm form_;
