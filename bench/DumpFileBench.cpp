@@ -16,14 +16,10 @@
 #include <string>
 #include <vector>
 
-#include "bench/BenchMachine.h"
+#include "bench/BenchCatalogue.h"
 #include "bench/BenchTiming.h"
-#include "bench/SyntheticDisc.h"
 #include "catalogue/CatalogueGlobals.h"
-#include "catalogue/clsSSFSearch.h"
 #include "install/clsDumpFile.h"
-#include "settings/clsPlaceholder.h"
-#include "settings/clsSetupsIni.h"
 #include "startup/Globals.h"
 
 using namespace tovel;
@@ -58,18 +54,7 @@ int main(int argc, char** argv) {
     const int products = argc > 1 ? std::max(1, std::atoi(argv[1])) : 1000;
     const int passes = argc > 2 ? std::max(1, std::atoi(argv[2])) : 5;
     std::string host, error;
-    if (!InstallFreshMachine("dumpfile", host, error)) return Fail(error);
-
-    SyntheticDisc disc;
-    if (!WriteSyntheticDisc("C:\\Disc\\", products, kPackets, disc, error)) return Fail(error);
-    gSetupsIni = std::make_unique<clsSetupsIni>(clsSetupsIni::Hooks{}, disc.root);
-    if (gSetupsIni->CreateLogFile()) return Fail("the log must be off");
-    gPlaceholder = std::make_unique<clsPlaceholder>();
-    gPlaceholder->SetSettings(gSetupsIni.get());
-    DefaultLanguage = 1;
-    HomePath = disc.root;
-    WorkFolder = "C:\\";
-    if (!clsSSFSearch().Run() || gApplications.Count() != products) return Fail("the search did not read the disc");
+    if (!LoadSyntheticCatalogue("dumpfile", products, kPackets, host, error)) return Fail(error);
     AsTheRunLeavesThem(gApplications);
 
     clsDumpFile dump;

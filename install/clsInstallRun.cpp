@@ -14,6 +14,7 @@
 #include "install/clsOptionFile.h"
 #include "install/clsRestartNow.h"
 #include "install/clsSetupLauncher.h"
+#include "install/clsWaitedProgram.h"
 #include "language/clsBuiltinTexts.h"
 #include "platform/clsPlatform.h"
 #include "settings/clsIniFile.h"
@@ -93,6 +94,7 @@ void clsInstallRun::GoOn() {
     if (started_) {
         const InstallStep& step = steps_[static_cast<size_t>(nextPosition_ - 2)];
         if (windows_.StillRunning(tickCounter_, TitlesOf(step), ProductCount(), processSeen_)) return;
+        lorvex_.RunAfterProduct(view_, step.position);
         if (!Evaluate()) return;
     }
     if (nextPosition_ > ProductCount()) {
@@ -175,6 +177,7 @@ void clsInstallRun::Skip(const InstallStep& step) {
 }
 
 void clsInstallRun::Launch(const InstallStep& step, const clsSIFApplicationItem* item) {
+    StartProgramsAtBegin(item);
     clsOptionFile file;
     (void)file.CreateOptionFile(step);   // a setup without its answers may still ask for them itself
     command_ = step.commandLine;
@@ -200,9 +203,25 @@ void clsInstallRun::Launch(const InstallStep& step, const clsSIFApplicationItem*
     if (!IsInternetExplorer(step.productCode) && processSeen_ && exitCode_ == kStillActive) processSeen_ = false;
 }
 
+void clsInstallRun::StartProgramsAtBegin(const clsSIFApplicationItem* item) {
+    if (item == nullptr || item->StartOnBeginCount() == 0) return;
+    for (int i = 1; i <= item->StartOnBeginCount(); ++i) {
+        const std::string program = gPlaceholder ? gPlaceholder->CheckForPlaceholder(item->GetStartOnBeginProgram(i))
+                                                 : item->GetStartOnBeginProgram(i);
+        const std::string parameter = item->GetStartOnBeginParameter(i);
+        const std::string command = parameter.empty() ? program : program + " " + parameter;
+        LogIfEnabled("StartOnBegin: " + command);
+        view_.ShowStartOnBegin(command);
+        // A program that cannot be started is logged; the product's setup runs all the same.
+        (void)clsWaitedProgram::RunAndWait(command, "");
+    }
+    view_.ShowStartOnBegin("");
+}
+
 void clsInstallRun::Finish() {
     view_.MarkRunning(0);
     view_.ShowProgress(ProductCount() - startOffset_, ProductCount() - startOffset_);
+    lorvex_.RunFinal(view_, ProductCount());
     StartProgramsAtEnd();
     End(true);
 }

@@ -17,6 +17,7 @@
 #include "catalogue/clsSIFApplication.h"
 #include "install/clsInstallPlan.h"
 #include "install/clsInstallView.h"
+#include "install/clsLorvexRun.h"
 #include "install/clsSetupResult.h"
 #include "install/clsSetupWindowCheck.h"
 
@@ -70,6 +71,8 @@ private:
     void RemoveOldVersion(const InstallStep& step);
     /// The texts the version actions "$SSFMessageBox<nn>" name, from the product's file.
     void ShowSsfMessages(const InstallStep& step, const clsSIFApplicationItem* item);
+    /// The programs the product's record asks to run before its setup, each waited for.
+    void StartProgramsAtBegin(const clsSIFApplicationItem* item);
     void Finish();
     void StartProgramsAtEnd() const;
     void End(bool complete);
@@ -85,6 +88,7 @@ private:
     const clsSIFApplication& applications_;
     std::vector<std::string> notStartOnEnd_;
     clsSetupWindowCheck windows_;
+    clsLorvexRun lorvex_;
 
     bool processSeen_ = false;
     int32_t tickCounter_ = 0;

@@ -16,6 +16,9 @@ public:
     virtual void ShowProgress(int done, int total) = 0;
     /// The run has ended: the abort button and its frame go.
     virtual void ShowEndControls() = 0;
+    /// The program started before a product's setup, on its own line ("": none running).
+    /// Only runs whose products have such programs show the line.
+    virtual void ShowStartOnBegin(const std::string& /*command*/) {}
     /// Leaves the page forwards, to the Done page.
     virtual void LeavePage() = 0;
     /// Closes the page: the machine restarts and the run resumes at the next start.

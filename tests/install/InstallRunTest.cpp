@@ -15,6 +15,7 @@
 #include "common/mdlMessage.h"
 #include "install/clsDcomCheck.h"
 #include "install/clsDumpFile.h"
+#include "install/clsLorvexRun.h"
 #include "platform/posix/clsMachinePlatform.h"
 #include "tests/catalogue/CatalogueFixture.h"
 
@@ -33,11 +34,13 @@ public:
         done = d;
         total = t;
     }
+    void ShowStartOnBegin(const std::string& command) override { begin.push_back(command); }
     void ShowEndControls() override { endControls = true; }
     void LeavePage() override { ++left; }
     void ClosePage() override { ++closed; }
 
     std::map<int, std::string> status;
+    std::vector<std::string> begin;
     int running = 0, done = -1, total = -1, left = 0, closed = 0;
     bool endControls = false;
 };
@@ -62,6 +65,8 @@ protected:
         gApplications.RemoveAllItem();
     }
     void TearDown() override {
+        Lorvex = false;
+        LorvexAdditionalCommand.clear();
         gApplications.RemoveAllItem();
         ExitStatus = 0;
         CatalogueFixture::TearDown();
@@ -371,5 +376,140 @@ TEST_F(InstallRunTest, ARunResumedBeforeAnyProductStartsWithTheFirst) {
 }
 
 } // namespace
+
+TEST_F(InstallRunTest, ProgramsToStartBeforeASetupRunAndEndFirstEvenWhenOneIsMissing) {
+    const std::string prepare = bed_->folder + "PREP\\SETUP.EXE";
+    Disc({{"PREP", "\r\n[Begin]\r\nName=BEGIN\r\nWriteResults=False\r\nSeconds=0.2\r\n", "",
+           "StartOnBegin1=" + prepare + "\r\nParaStartOnBegin1=/fake=Begin\r\nStartOnBegin2=C:\\Gone\\nothing.exe\r\n"},
+          {"LATER", "", "", "StartOnBegin1=" + prepare + "\r\nParaStartOnBegin1=/fake=Begin\r\n", false}});
+    TickToEnd();
+
+    EXPECT_TRUE(Run().Complete());
+    EXPECT_EQ(Run().FailedLines(), "");
+    const std::string fake = FakeLog();
+    // The program has ended before the setup starts; the skipped product's never runs.
+    EXPECT_LT(fake.find("BEGIN: exit"), fake.find("PREP: start"));
+    EXPECT_EQ(fake.find("BEGIN: start"), fake.rfind("BEGIN: start"));
+    const std::string log = LogText();
+    EXPECT_NE(log.find("StartOnBegin: " + prepare + " /fake=Begin"), std::string::npos);
+    EXPECT_NE(log.find("Error: Could not start program: C:\\Gone\\nothing.exe"), std::string::npos);
+    EXPECT_EQ(view_.begin, (std::vector<std::string>{prepare + " /fake=Begin", "C:\\Gone\\nothing.exe", ""}));
+}
+
+TEST(LorvexRunTest, ResultFileNamesJoinTheirPartsAndAreCutTo48Characters) {
+    struct Row {
+        const char* base;
+        const char* pack;
+        const char* tag;
+        int counter;
+        const char* suffix;
+        const char* expected;
+    };
+    const Row rows[] = {
+        {"Setup", "V1.2", "", 0, "", "SetupV1.2_00.csv"},
+        {"Setup", "V1.2", "", 7, "", "SetupV1.2_07.csv"},
+        {"Setup", "V1.2", "", 123, "", "SetupV1.2_123.csv"},   // more runs than two digits hold
+        {"Setup", "V1.2", "", clsLorvexRun::kFinalCounter, "_end", "SetupV1.2_98_end.csv"},
+        {"Setup", "V1.2", "_reboot", clsLorvexRun::kRestartCounter, "", "SetupV1.2_reboot_99.csv"},
+        {"", "", "", 1, "", "_01.csv"},
+        // Cut before ".csv": the counter of a long name is lost, the extension never.
+        {"TovelSetupLog_Workstation_Hall7", "2026.11.25-Service-Pack-3", "", 5, "",
+         "TovelSetupLog_Workstation_Hall72026.11.25-Servic.csv"},
+        {"ABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789abcdefg", "", "", 98, "_end",
+         "ABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789abcdefg_98_e.csv"},
+    };
+    for (const Row& row : rows) {
+        const std::string name = clsLorvexRun::ResultFileName(row.base, row.pack, row.tag, row.counter, row.suffix);
+        EXPECT_EQ(name, row.expected) << row.base << " " << row.counter;
+        EXPECT_LE(name.size(), clsLorvexRun::kNameLength + 4);
+    }
+}
+
+class LorvexInstallRunTest : public InstallRunTest {
+protected:
+    /// The tool on the disc is the stand-in setup; its behaviour file leaves the products'
+    /// results alone and names it in the stand-in's log.
+    void ToolOnDisc() {
+        auto& machine = dynamic_cast<clsMachinePlatform&>(Platform()).Machine();
+        WriteFile("Lorvex\\Lorvex.ini", "[LORVEX]\r\nExecute=lorvex\r\n");
+        std::filesystem::create_symlink(TOVEL_FAKESETUP_HOST, machine.Folder() + "/drive_c/Work/Lorvex/Lorvex.exe");
+        ASSERT_TRUE(Platform().Files().WriteFileAtomic("C:\\LORVEXFAKE.INI", "[Setup]\r\nName=LORVEX\r\nWriteResults=False\r\n"));
+        Lorvex = true;
+        LorvexSearchPath = "C:\\";
+        LorvexAdditionalCommand = "/fakeini=C:\\LORVEXFAKE.INI ";
+    }
+    /// The stand-in's start lines of the tool, in order.
+    static std::vector<std::string> ToolRuns() {
+        std::vector<std::string> runs;
+        for (const auto& line : clsString::Split(FakeLog(), "\n")) {
+            if (line.find("LORVEX: start") != std::string::npos) runs.push_back(line);
+        }
+        return runs;
+    }
+};
+
+TEST_F(LorvexInstallRunTest, TheToolRunsAfterEachProductWhenAskedAndOnceMoreAtTheEnd) {
+    Settings("LorvexAfterEachProduct=True\r\nPackversion=PV7\r\n");
+    ASSERT_TRUE(clsRegistry(RegRoot::LocalMachine, "SOFTWARE\\QUARLO\\DRELSW\\GLOBAL").SetKeyValue("SharedPath", "C:\\Shared", RegType::Sz));
+    ASSERT_TRUE(Platform().Files().CreateFolder("C:\\Shared\\Quarlo\\Common"));
+    ToolOnDisc();
+    Disc({{"ALPHA", ""}, {"BETA", "SetupSucceeded=0\r\n"}});
+    TickToEnd();
+
+    EXPECT_TRUE(Run().Complete());
+    const std::vector<std::string> runs = ToolRuns();
+    ASSERT_EQ(runs.size(), 3U);
+    EXPECT_NE(runs[0].find("PV7_00.csv"), std::string::npos);
+    EXPECT_NE(runs[1].find("PV7_01.csv"), std::string::npos);
+    EXPECT_NE(runs[2].find("PV7_98_end.csv"), std::string::npos);
+    const std::string fake = FakeLog();
+    EXPECT_LT(fake.find("ALPHA: start"), fake.find("PV7_00.csv"));
+    EXPECT_LT(fake.find("PV7_00.csv"), fake.find("BETA: start"));
+    // The tool's runs change nothing of the products' own results.
+    EXPECT_EQ(Run().FailedLines(), "Product BETA\r\n");
+    EXPECT_EQ(view_.status[1], "");   // the product's own status (no texts loaded here), not the tool's
+    EXPECT_EQ(view_.status[2], "final Lorvex ... ");
+    EXPECT_TRUE(Exists("C:\\Shared\\Quarlo\\Common\\Lorvex.ini"));
+    const std::string log = LogText();
+    EXPECT_NE(log.find("Lorvex: Common in Registry gefunden. "), std::string::npos);
+    EXPECT_NE(log.find("Lorvex: \"C:\\Shared\\Quarlo\\Common\\Lorvex.exe\" /fakeini=C:\\LORVEXFAKE.INI /beginend \"C:\\\" \"C:\\"),
+              std::string::npos);
+    EXPECT_EQ(log.find("Lorvex: Common angelegt. "), std::string::npos);
+}
+
+TEST_F(LorvexInstallRunTest, WithoutTheSharedPathTheCommonFolderIsMadeAndOnlyTheFinalRunHappens) {
+    Settings("");
+    ToolOnDisc();
+    Disc({{"ALPHA", ""}});
+    TickToEnd();
+
+    const std::vector<std::string> runs = ToolRuns();
+    ASSERT_EQ(runs.size(), 1U);
+    EXPECT_NE(runs[0].find("_98_end.csv"), std::string::npos);
+    const std::string common =
+        clsRegistry(RegRoot::LocalMachine, "SOFTWARE\\Microsoft\\Windows\\CurrentVersion").QueryValue("CommonFilesDir") +
+        "\\Quarlo\\Common\\";
+    EXPECT_TRUE(Exists(common + "Lorvex.exe"));
+    const std::string log = LogText();
+    EXPECT_LT(log.find("Lorvex: Common nicht in Registry gefunden. "), log.find("Lorvex: Common angelegt. "));
+
+    // A restart pending at the end leaves the tool's run after it to RunOnce.
+    clsLorvexRun::RegisterAfterRestart();
+    const std::string value = HklmValue(kRunOnce, "ZZ_Lorvex");
+    EXPECT_EQ(value.find("\"" + common + "Lorvex.exe\""), 0U) << value;
+    EXPECT_NE(value.find("_reboot_99.csv\" -message"), std::string::npos) << value;
+}
+
+TEST_F(LorvexInstallRunTest, AToolThatIsOffNeitherRunsNorRegisters) {
+    Settings("LorvexAfterEachProduct=True\r\n");
+    ToolOnDisc();
+    Lorvex = false;
+    Disc({{"ALPHA", ""}});
+    TickToEnd();
+    clsLorvexRun::RegisterAfterRestart();
+    EXPECT_TRUE(ToolRuns().empty());
+    EXPECT_EQ(HklmValue(kRunOnce, "ZZ_Lorvex"), "(missing)");
+    EXPECT_EQ(LogText().find("Lorvex:"), std::string::npos);
+}
 
 } // namespace tovel::test

@@ -1,5 +1,6 @@
 #include "wizard/pages/clsControlDone.h"
 
+#include "install/clsLorvexRun.h"
 #include "install/clsRestartNow.h"
 #include "language/clsBuiltinTexts.h"
 #include "platform/clsPlatform.h"
@@ -21,7 +22,10 @@ void clsControlDone::OnLoad() {
     SetVisible("RestartNote", RestartNeeded);
     SetVisible("RestartWindowsYes", RestartNeeded);
     SetVisible("RestartWindowsNo", RestartNeeded);
-    if (RestartNeeded) Form().ChooseOption("RestartWindowsYes");
+    if (!RestartNeeded) return;
+    Form().ChooseOption("RestartWindowsYes");
+    // The versions are shown once the products' restart has taken effect.
+    clsLorvexRun::RegisterAfterRestart();
 }
 
 void clsControlDone::SetOutcomeTexts() {

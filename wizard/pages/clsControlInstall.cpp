@@ -117,7 +117,8 @@ void clsControlInstall::FillProductLines(const std::vector<InstallStep>& steps) 
     const clsFormControl* firstStatus = Form().Control("StatusLabel2", 0);
     const clsFormControl* progress = Form().Control("ProgressLabel");
     if (first == nullptr || firstStatus == nullptr) return;
-    const clsFormControl model = *first;
+    clsFormControl model = *first;
+    model.top += ShowStartOnBeginLine(steps);
     const clsFormControl statusModel = *firstStatus;
     const int bottom = progress != nullptr ? progress->top : model.top + kLineStep;
     const size_t room = static_cast<size_t>(std::max(1, (bottom - model.top) / kLineStep));
@@ -133,6 +134,16 @@ void clsControlInstall::FillProductLines(const std::vector<InstallStep>& steps) 
         }
     }
     ShowProgress(0, static_cast<int>(captions_.size()));
+}
+
+int clsControlInstall::ShowStartOnBeginLine(const std::vector<InstallStep>& steps) {
+    const bool any = std::any_of(steps.begin(), steps.end(), [](const InstallStep& step) {
+        const clsSIFApplicationItem* item = gApplications.Item(step.catalogueIndex);
+        return item != nullptr && item->StartOnBeginCount() > 0;
+    });
+    SetVisible("StartOnBeginStatusLabel", any);
+    SetVisible("StartOnBeginStatusLabel2", any);
+    return any ? kLineStep : 0;
 }
 
 void clsControlInstall::Timer(const std::string& timer) {
@@ -202,6 +213,8 @@ void clsControlInstall::MarkRunning(int line) {
 void clsControlInstall::ShowProgress(int done, int total) {
     SetText("ProgressLabel", std::to_string(done) + " / " + std::to_string(total));
 }
+
+void clsControlInstall::ShowStartOnBegin(const std::string& command) { SetText("StartOnBeginStatusLabel2", command); }
 
 void clsControlInstall::ShowEndControls() {
     SetVisible("AbordBtn", false);

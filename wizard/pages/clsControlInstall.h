@@ -37,6 +37,7 @@ public:
     void ShowProductStatus(int line, const std::string& text) override;
     void MarkRunning(int line) override;
     void ShowProgress(int done, int total) override;
+    void ShowStartOnBegin(const std::string& command) override;
     void ShowEndControls() override;
     void LeavePage() override;
     void ClosePage() override { FormQueryUnload2(); }
@@ -52,6 +53,9 @@ private:
     /// Reads the state file; false (and the page left) when the run cannot go on.
     [[nodiscard]] bool ReadState(int16_t& position, int32_t& status, std::string& failedLines);
     void FillProductLines(const std::vector<InstallStep>& steps);
+    /// Shows the line of the programs started before the products when a product of the run
+    /// has any; the twips the product lines move down for it.
+    int ShowStartOnBeginLine(const std::vector<InstallStep>& steps);
     /// A resumed run's lines of the products done before the restart.
     void ShowDoneBeforeRestart(int position, const std::string& failedLines);
     void JobTimer1Timer();
