@@ -51,7 +51,9 @@ const char* StyleOf(DependenceType type) {
 
 std::string Legend() {
     std::string text = "links: ";
-    for (const auto& style : kLinkStyles) text += std::string(style.name) + " (" + style.attributes + "); ";
+    for (size_t i = 0; i < std::size(kLinkStyles); ++i) {
+        text += std::string(kLinkStyles[i].name) + " (" + kLinkStyles[i].attributes + ")" + (i % 3 == 2 ? "\n" : "; ");
+    }
     return text + "after: black; grey: installation order; red: circle or missing code";
 }
 
@@ -133,16 +135,19 @@ private:
     void After(const std::string& from, const std::string& fromCode, const std::string& code, const std::set<std::string>& circle,
                std::string (*id)(const std::string&)) {
         const bool inCircle = circle.contains(clsString::UpperAscii(fromCode)) && circle.contains(clsString::UpperAscii(code));
-        Edge(from, code, id, "after", inCircle ? kCircleStyle : kAfterStyle);
+        Edge(from, code, id, "after", inCircle ? kCircleStyle : kAfterStyle, true);
     }
 
+    // Only the order chain and the "after" arrows place the nodes, so the graph reads from left
+    // to right in installation order; an "after" arrow is laid out from what it waits on.
     void Edge(const std::string& from, const std::string& code, std::string (*id)(const std::string&), const std::string& label,
-              const char* style) {
+              const char* style, bool placing = false) {
         const std::string upper = clsString::UpperAscii(code);
         // A packet may wait on a packet or a product; everything else names products.
         const bool missing = !productCodes_.contains(upper) && !(id == PacketId && packetCodes_.contains(upper));
-        out_ << "  " << from << " -> " << (missing ? MissingId(code) : id(code)) << " [" << (missing ? kMissingEdgeStyle : style)
-             << (label.empty() ? "" : ", label=" + Quoted(label)) << "];\n";
+        const std::string to = missing ? MissingId(code) : id(code);
+        out_ << "  " << (placing ? to + " -> " + from : from + " -> " + to) << " [" << (missing ? kMissingEdgeStyle : style)
+             << (label.empty() ? "" : ", label=" + Quoted(label)) << (placing ? ", dir=back" : ", constraint=false") << "];\n";
     }
 
     const clsSIFApplication& applications_;
