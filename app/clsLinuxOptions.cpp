@@ -43,6 +43,13 @@ std::optional<LinuxOptions> clsLinuxOptions::Parse(const std::vector<std::string
             }
             o.discShare = *share;
         }
+        else if (auto format = ValueOf(args, i, "--format")) {
+            if (*format != "json" && *format != "dot") {
+                error = "--format is json or dot, not \"" + *format + "\"";
+                return std::nullopt;
+            }
+            o.format = *format;
+        }
         else if (auto v4 = ValueOf(args, i, "--disc-drive")) {
             const char c = v4->size() >= 1 ? static_cast<char>(std::toupper(static_cast<unsigned char>((*v4)[0]))) : 0;
             if (c < 'A' || c > 'Z' || (v4->size() > 1 && *v4 != std::string(1, (*v4)[0]) + ":")) {
@@ -54,6 +61,10 @@ std::optional<LinuxOptions> clsLinuxOptions::Parse(const std::vector<std::string
             error = "unknown option " + arg + " (Windows switches begin with /; put -- before arguments that begin with --)";
             return std::nullopt;
         }
+    }
+    if (!o.format.empty() && !o.plan) {
+        error = "--format=" + o.format + " belongs to --plan";
+        return std::nullopt;
     }
     return o;
 }

@@ -10,6 +10,7 @@
 //   --boot               switch the machine on: pending renames, then RunOnce
 //   --profiles           list the systems and languages --create knows
 //   --plan               print the disc's catalogue as read on the machine, then end
+//   --format=json|dot    with --plan: the plan for tools instead of the text
 //   --check              check the disc's files and print the findings, then end
 //   --help
 //   --                   everything after it belongs to the Windows command line
@@ -28,6 +29,7 @@ struct LinuxOptions {
     bool boot = false;
     bool profiles = false;
     bool plan = false;
+    std::string format;   ///< "", "json" or "dot"
     bool check = false;
     bool help = false;
     std::vector<std::string> windowsArguments;

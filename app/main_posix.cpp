@@ -6,6 +6,8 @@
 #include <vector>
 
 #include "app/clsLinuxOptions.h"
+#include "app/clsPlanDot.h"
+#include "app/clsPlanJson.h"
 #include "app/mdlSetupRun.h"
 #include "catalogue/CatalogueGlobals.h"
 #include "catalogue/clsCataloguePlan.h"
@@ -94,6 +96,9 @@ void PrintProfiles() {
     std::cout << "\nExample: tovelsetup --machine=/tmp/m98 --create=win98,de --disc=examples/disc\n";
 }
 
+// Without a wizard a message is answered with its default button.
+int AnswerWithDefault(const std::string&, int style, const std::string&) { return DefaultButtonResult(style); }
+
 // The plan runs no wizard: a message is printed and answered with its default button.
 int PrintMessage(const std::string& text, int style, const std::string& caption) {
     const int answer = DefaultButtonResult(style);
@@ -109,12 +114,21 @@ void PrintMachine(clsMachine& machine) {
               << (c.administrator ? ", administrator" : ", standard user") << '\n';
 }
 
-// What the search page would find, read and order on this machine, for disc authors.
-int PrintPlan() {
+// What the search page would find, read and order on this machine: as text for disc authors,
+// as JSON or a graph for tools.
+int PrintPlan(const std::string& format) {
     InitGlobals();
     clsSSFSearch().Run();
-    std::cout << clsCataloguePlan::Text(gApplications, gPackets, clsSSFSearch::ProductFolder())
-              << clsInstallPlan::Text(gApplications) << "\nLog: " << gLog->LogfileFullPath() << '\n';
+    const std::string folder = clsSSFSearch::ProductFolder();
+    if (format == "json") {
+        const auto steps = clsInstallPlan::Make(gApplications, clsInstallPlan::CatalogueOrder(gApplications), clsInstallContext::Current(""));
+        std::cout << clsPlanJson::Text(gApplications, gPackets, folder, steps);
+    } else if (format == "dot") {
+        std::cout << clsPlanDot::Text(gApplications, gPackets, folder);
+    } else {
+        std::cout << clsCataloguePlan::Text(gApplications, gPackets, folder) << clsInstallPlan::Text(gApplications)
+                  << "\nLog: " << gLog->LogfileFullPath() << '\n';
+    }
     return 0;
 }
 
@@ -174,7 +188,9 @@ int main(int argc, char** argv) {
     process.shareConsole = options->boot;
 
     const bool switchedOff = machine->Config().powerState == "off";
-    if (!options->check) PrintMachine(*machine);
+    // The checks and the tools' formats print only their own text, for editors and pipes.
+    const bool quiet = options->check || !options->format.empty();
+    if (!quiet) PrintMachine(*machine);
     auto platform = clsMachinePlatform::Make(std::move(machine), process, error);
     if (!platform) return Fail(error);
     if (options->boot) {
@@ -189,13 +205,13 @@ int main(int argc, char** argv) {
         return Fail("there is no disc in " + discRoot + "; put one in with --disc=FOLDER");
     InstallPlatform(std::move(platform));
     if (options->check) {
-        SetMessageBoxHandler([](const std::string&, int style, const std::string&) { return DefaultButtonResult(style); });
+        SetMessageBoxHandler(AnswerWithDefault);
         return PrintCheck(discRoot, options->disc);
     }
-    std::cout << "Disc:    " << discRoot << " = " << *discHost << '\n';
+    if (!quiet) std::cout << "Disc:    " << discRoot << " = " << *discHost << '\n';
     if (options->plan) {
-        SetMessageBoxHandler(PrintMessage);
-        return PrintPlan();
+        SetMessageBoxHandler(quiet ? AnswerWithDefault : PrintMessage);
+        return PrintPlan(options->format);
     }
     clsConsoleRenderer renderer(std::cin, std::cout, clsConsoleRenderer::DetectMode());
     renderer.SetTimerSleep([](uint32_t ms) { Platform().Clock().Sleep(ms); });

@@ -4,6 +4,12 @@
 //   (a) list the disc's folders and read every description file through Platform().Files()
 //   (b) clsSSFSearch::Run: find, read as products and packets, order both lists
 //   (c) SortItemsDependencies on 10,000 records built in memory, against copying them
+//   (d) what `tovelsetup --check` does: clsDiscCheck::Run on the disc
+//   (e) what `tovelsetup --plan` does: the search, then the catalogue and the steps as text
+//
+// The peak memory of (a), (d) and (e) is each measured in a child process that does the work
+// once (getrusage of the child, ru_maxrss); it includes the few MB the benchmark holds when
+// it forks, which (a)'s child shows on its own.
 //
 // The log is off (no CreateLogFile in Setups.ini), so its lines cost nothing and (b) measures
 // the catalogue alone. Each figure is the median of a few passes; the ratios compare passes of
@@ -21,8 +27,15 @@
 #include <thread>
 #include <vector>
 
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
 #include "bench/SyntheticDisc.h"
 #include "catalogue/CatalogueGlobals.h"
+#include "catalogue/clsCataloguePlan.h"
+#include "catalogue/clsDiscCheck.h"
+#include "install/clsInstallPlan.h"
 #include "catalogue/clsSSFSearch.h"
 #include "bench/BenchMachine.h"
 #include "bench/BenchTiming.h"
@@ -76,6 +89,31 @@ bool Reversed(const std::vector<clsSIFApplicationItem>& items, int n) {
     return true;
 }
 
+// The disc checked as `--check` checks it; the number of findings.
+size_t Check(const std::string& root) { return clsDiscCheck::Run(root).size(); }
+
+// The plan as `--plan` prints it; its length.
+size_t Plan() {
+    clsSSFSearch().Run();
+    return clsCataloguePlan::Text(gApplications, gPackets, clsSSFSearch::ProductFolder()).size() +
+           clsInstallPlan::Text(gApplications).size();
+}
+
+// The peak resident size in MB of a child process that does the work once; -1 when the child
+// could not be made or failed.
+double PeakMegabytes(const std::function<void()>& work) {
+    const pid_t child = fork();
+    if (child < 0) return -1;
+    if (child == 0) {
+        work();
+        _exit(0);
+    }
+    int status = 0;
+    rusage usage{};
+    if (wait4(child, &status, 0, &usage) != child || !WIFEXITED(status) || WEXITSTATUS(status) != 0) return -1;
+    return static_cast<double>(usage.ru_maxrss) / 1024.0;
+}
+
 int Fail(const std::string& message) {
     std::fprintf(stderr, "tovel_bench_catalogue: %s\n", message.c_str());
     return 1;
@@ -103,13 +141,20 @@ int main(int argc, char** argv) {
     WaitTillSettled();
 
     size_t sink = 0;
+    // Before the benchmark holds the files' bytes and the catalogue, so each child starts small.
+    const double bytesPeak = PeakMegabytes([&] { sink += ReadTree(disc.productFolder); });
+    const double checkPeak = PeakMegabytes([&] { sink += Check(disc.root); });
+    const double planPeak = PeakMegabytes([&] { sink += Plan(); });
     std::vector<std::string> contents;
     for (const auto& file : disc.files) contents.push_back(Platform().Files().ReadFile(file).value_or(""));
     const uint32_t codePage = Platform().System().AnsiCodePage();
-    std::vector<double> bytes, search, found, parsed, order;
+    std::vector<double> bytes, search, found, parsed, order, check, plan;
+    size_t findings = 0;
     for (int p = 0; p < passes; ++p) {
         bytes.push_back(Seconds([&] { sink += ReadTree(disc.productFolder); }));
         search.push_back(Seconds([&] { sink += clsSSFSearch().Run() ? 1 : 0; }));
+        check.push_back(Seconds([&] { findings = Check(disc.root); }));
+        plan.push_back(Seconds([&] { sink += Plan(); }));
         // Where (b) spends its time: the folder walk alone, parsing the files, ordering.
         found.push_back(Seconds([&] {
             bool stopped = false;
@@ -141,6 +186,11 @@ int main(int argc, char** argv) {
     Row("    of which: parsing their bytes (clsIniText, from memory)", Median(parsed), a, files, "file");
     Row("    of which: ordering the products", Median(order), a, files, "file");
     std::printf("  (b)/(a) = %.2f\n", Median(search) / a);
+    Row("(d) --check: clsDiscCheck::Run", Median(check), a, files, "file");
+    Row("(e) --plan: search, catalogue and steps as text", Median(plan), a, files, "file");
+    std::printf("  (d)/(a) = %.2f, (e)/(a) = %.2f; %zu findings\n", Median(check) / a, Median(plan) / a, findings);
+    std::printf("  peak memory (ru_maxrss of a child doing it once): (a) %.1f MB, (d) %.1f MB, (e) %.1f MB\n", bytesPeak,
+                checkPeak, planPeak);
 
     // (c) A large catalogue in memory, ordered; copying the records is the baseline.
     const auto records = ChainInReverse(ordered);

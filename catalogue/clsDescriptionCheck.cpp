@@ -23,6 +23,18 @@ std::string LineKey(const std::string& section, const std::string& key) {
     return clsIniText::FoldName(section) + "\n" + clsIniText::FoldName(key);
 }
 
+// The sections whose lines the checks across files name; a file keeps only their lines once
+// its own checks are done, so a disc of a thousand files is not held line by line.
+constexpr const char* kSectionsAcross[] = {"GENERAL", "DEPENDENCIES", "SETUP_DEPENDENCIES"};
+
+void KeepLinesAcross(std::unordered_map<std::string, size_t>& lines) {
+    std::erase_if(lines, [](const auto& entry) {
+        const std::string section = entry.first.substr(0, entry.first.find('\n'));
+        return std::none_of(std::begin(kSectionsAcross), std::end(kSectionsAcross),
+                            [&section](const char* kept) { return section == clsIniText::FoldName(kept); });
+    });
+}
+
 // The first line number a parser warning names ("line 12 ..."); 0 when it names none.
 size_t WarningLine(const std::string& warning) {
     const size_t at = warning.find("line ");
@@ -135,6 +147,7 @@ DescribedFile clsDescriptionCheck::Read(const std::string& path, std::vector<Dis
     }
     const auto unread = known.Check(path, outline);
     findings.insert(findings.end(), unread.begin(), unread.end());
+    KeepLinesAcross(file.lines);
     return file;
 }
 

@@ -26,7 +26,9 @@ struct DescribedFile {
     clsSIFApplicationItem product;   ///< when a product
     clsSIFPacketItem packet;         ///< when a packet
     std::vector<std::string> textSections;   ///< of a product, one per distinct section the offered languages name
-    std::unordered_map<std::string, size_t> lines;   ///< "SECTION\nKEY" folded -> line of the key read
+    /// "SECTION\nKEY" folded -> line of the key read; after Read only GENERAL, DEPENDENCIES and
+    /// SETUP_DEPENDENCIES, which the checks across files name.
+    std::unordered_map<std::string, size_t> lines;
 
     /// The line of a key as read (its first block, first line); 0 when it is not there.
     [[nodiscard]] size_t LineOf(const std::string& section, const std::string& key) const;

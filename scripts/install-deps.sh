@@ -8,10 +8,10 @@ what=${1:-all}
 packages=(cmake ninja-build)
 wine_tests=(wine wine64 xvfb xauth locales fonts-ipafont-gothic)
 case $what in
-  linux) packages+=(g++ libgtest-dev) ;;
+  linux) packages+=(g++ libgtest-dev nlohmann-json3-dev) ;;
   win64) packages+=(g++-mingw-w64-x86-64 googletest "${wine_tests[@]}") ;;
   win32) packages+=(g++-mingw-w64-i686) ;;
-  all) packages+=(g++ libgtest-dev g++-mingw-w64-x86-64 g++-mingw-w64-i686 googletest "${wine_tests[@]}" clang-14 libclang-rt-14-dev) ;;
+  all) packages+=(g++ libgtest-dev nlohmann-json3-dev g++-mingw-w64-x86-64 g++-mingw-w64-i686 googletest "${wine_tests[@]}" clang-14 libclang-rt-14-dev) ;;
   *) echo "unknown set $what (linux, win64, win32, all)" >&2; exit 2 ;;
 esac
 missing=()
