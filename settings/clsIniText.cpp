@@ -344,9 +344,9 @@ char UpperAscii(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a
 } // namespace
 
 size_t clsIniText::FoldedHash::operator()(std::string_view name) const {
-    size_t hash = 14695981039346656037ull;   // FNV-1a
+    uint64_t hash = 14695981039346656037ull;   // FNV-1a, 64 bits on every target
     for (const char c : name) hash = (hash ^ static_cast<unsigned char>(UpperAscii(c))) * 1099511628211ull;
-    return hash;
+    return static_cast<size_t>(hash);
 }
 
 bool clsIniText::FoldedEqual::operator()(std::string_view a, std::string_view b) const {
