@@ -31,11 +31,7 @@ std::string clsLorvexRun::ResultFileName(std::string_view logBase, std::string_v
 }
 
 bool clsLorvexRun::AfterEachProduct() {
-    if (!Lorvex) return false;
-    clsIniFile ini;
-    ini.SetFullPath(HomePath + "Setups.ini");
-    ini.SetSectionName("SETTINGS");
-    return ini.GetTF("LorvexAfterEachProduct", false);
+    return Lorvex && gSetupsIni && gSetupsIni->LorvexAfterEachProduct();
 }
 
 clsLorvexRun::clsLorvexRun() : packVersion_(Lorvex ? ReadPackVersion() : std::string()) {}

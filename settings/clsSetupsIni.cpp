@@ -94,6 +94,7 @@ const std::vector<clsSetupsIni::Key>& clsSetupsIni::SettingsKeys() {
         {"JumpOverParam", &clsSetupsIni::jumpOverParam_},
         {"OldForms", &clsSetupsIni::oldForms_},
         {"GoldenComponentDialog", &clsSetupsIni::goldenComponentDialog_},
+        {"LorvexAfterEachProduct", &clsSetupsIni::lorvexAfterEachProduct_},
         {"PreCheckForIE", &clsSetupsIni::preCheckForIE_},
         {"SelectUpdate", &clsSetupsIni::selectUpdate_},
         {"SetupLanguageIsProgramLanguage", &clsSetupsIni::setupLanguageIsProgramLanguage_},

@@ -155,6 +155,8 @@ public:
     [[nodiscard]] bool OldForms() const { return oldForms_; }
     /// The alternative component page of the "frmMSI" set (only without OldForms).
     [[nodiscard]] bool GoldenComponentDialog() const { return goldenComponentDialog_; }
+    /// The version-display tool runs after each product too, not only at the end.
+    [[nodiscard]] bool LorvexAfterEachProduct() const { return lorvexAfterEachProduct_; }
     [[nodiscard]] bool PreCheckForIE() const { return preCheckForIE_; }
     [[nodiscard]] bool SelectUpdate() const { return selectUpdate_; }
     [[nodiscard]] bool SetupLanguageIsProgramLanguage() const { return setupLanguageIsProgramLanguage_; }
@@ -269,6 +271,7 @@ private:
     bool jumpOverParam_ = false;
     bool oldForms_ = true;
     bool goldenComponentDialog_ = false;
+    bool lorvexAfterEachProduct_ = false;
     bool preCheckForIE_ = false;
     bool selectUpdate_ = false;
     bool setupLanguageIsProgramLanguage_ = false;
