@@ -27,7 +27,7 @@ cp -a "$work/disc" "$work/disc-msi"
 sed -i 's/^OldForms=True/OldForms=False/' "$work/disc-msi/Setups.ini"
 mkdir -p "$out/msi"
 
-read -r -a pages <<<"${TOVEL_PAGES:-frmSetupLanguage frmWelcome2 frmLicense frmDestination frmInstallation frmDone frmMessage}"
+read -r -a pages <<<"${TOVEL_PAGES:-frmSetupLanguage frmWelcome2 frmLicense frmDestination frmCustomSetup frmInstallation frmDone frmMessage}"
 read -r -a languages <<<"${TOVEL_LANGUAGES:-1 0 5}"
 # An English (UK) Windows, as the unit tests have.
 export LC_ALL=en_GB.UTF-8 WINEPREFIX=$work/prefix WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml=;winemenubuilder.exe=d"
