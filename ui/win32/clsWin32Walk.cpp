@@ -68,15 +68,12 @@ void CALLBACK clsWin32Walk::Tick(HWND, UINT, UINT_PTR, DWORD) {
 }
 
 void clsWin32Walk::Step() {
-    // An action may open a page whose loop ticks on inside it.
-    if (stepping_ || next_ >= lines_.size()) return;
+    if (next_ >= lines_.size()) return;
     clsWin32FormWindow* front = renderer_.Front();
     if (front == nullptr || !clsWindowsPath::EqualNoCase(front->Form().Name(), lines_[next_][0])) return;
-    stepping_ = true;
     const std::vector<std::string> words = lines_[next_++];
     LogIfEnabled("Walk: " + Joined(words, 0));
     Do(*front, words);
-    stepping_ = false;
 }
 
 void clsWin32Walk::Do(clsWin32FormWindow& window, const std::vector<std::string>& words) {
@@ -100,8 +97,9 @@ void clsWin32Walk::Click(clsWin32FormWindow& window, const std::vector<std::stri
         LogIfEnabled("Walk: " + window.Form().Name() + " has no window " + words[2] + "; skipped.");
         return;
     }
-    // As a mouse click: the button itself tells its form.
-    SendMessageW(control, BM_CLICK, 0, 0);
+    // As a mouse click, from the loop: the button tells its form, and a page it opens runs
+    // its loop outside this timer's tick.
+    PostMessageW(control, BM_CLICK, 0, 0);
 }
 
 void clsWin32Walk::Type(clsWin32FormWindow& window, const std::string& name, const std::string& text) {

@@ -38,7 +38,6 @@ private:
     std::vector<std::vector<std::string>> lines_;   ///< words of each line: form, action, rest
     size_t next_ = 0;
     UINT_PTR timer_ = 0;
-    bool stepping_ = false;
 };
 
 } // namespace tovel
