@@ -1,16 +1,21 @@
 // The Windows build: the setup on the real Windows API, its wizard in native windows.
 #include <cstdlib>
+#include <memory>
+#include <optional>
 #include <string>
 
 #include "app/mdlSetupRun.h"
 #include "common/mdlEvents.h"
+#include "platform/clsPlatform.h"
 #include "platform/win32/MakeWin32Platform.h"
 #include "platform/win32/Win32Headers.h"
 #include "platform/win32/clsWin32Text.h"
 #include "startup/Globals.h"
 #include "startup/Main.h"
+#include "startup/mdlLog.h"
 #include "ui/win32/clsWin32PageTest.h"
 #include "ui/win32/clsWin32Renderer.h"
+#include "ui/win32/clsWin32Walk.h"
 
 using namespace tovel;
 
@@ -34,6 +39,19 @@ std::string Environment(const wchar_t* name) {
     return value != nullptr ? clsWin32Text::ToUtf8(value) : std::string();
 }
 
+// The scripted walk of the tests: TOVEL_WALK names its file.
+void StartWalk(clsWin32Renderer& renderer, std::unique_ptr<clsWin32Walk>& walk) {
+    const std::string file = Environment(L"TOVEL_WALK");
+    if (file.empty()) return;
+    const std::optional<std::string> script = Platform().Files().ReadFile(file);
+    if (!script) {
+        LogIfEnabled("Walk: " + file + " cannot be read.");
+        return;
+    }
+    walk = std::make_unique<clsWin32Walk>(renderer, *script);
+    walk->Start();
+}
+
 } // namespace
 
 int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int) {
@@ -43,8 +61,12 @@ int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int) {
     // The waits of the start and the end let the windows answer meanwhile.
     SetDoEventsHandler([] { renderer.DoEvents(); });
     const std::string pageTest = Environment(L"TOVEL_PAGE_TEST");
+    static std::unique_ptr<clsWin32Walk> walk;
     RunSetup(&renderer, [&] {
-        if (pageTest.empty()) return renderer.ShowBackground();
+        if (pageTest.empty()) {
+            StartWalk(renderer, walk);
+            return renderer.ShowBackground();
+        }
         // One page on its own instead of the wizard; its findings are the exit status.
         clsWin32PageTest test(renderer, pageTest, Environment(L"TOVEL_PAGE_TEST_OUT"));
         ExitStatus = test.Run();

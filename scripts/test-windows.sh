@@ -7,7 +7,8 @@
 # copy of a prepared Wine prefix (Windows XP SP3, English (UK), windows without a display)
 # that is removed afterwards.
 # Further arguments go to each test program (e.g. --gtest_filter=Files*). Without arguments
-# the pages of the setup are opened too, under Xvfb (tests/win32/page-test.sh).
+# the pages of the setup are opened too, under Xvfb (tests/win32/page-test.sh), and the
+# wizard is walked through to its end on the Windows sample disc (tests/win32/walk-test.sh).
 #
 # Environment:
 #   TOVEL_WINE_CACHE     where the prepared prefix is kept (default ~/.cache/tovelsetup)
@@ -189,6 +190,9 @@ if [[ ${#test_args[@]} -eq 0 ]] && find "$build_dir" -name TOVELSETUP.EXE -type 
         pages_started=$SECONDS
         "$(dirname "$0")/../tests/win32/page-test.sh" "$build_dir" "$base_prefix" || failed+=("page-test")
         log "page test: $((SECONDS - pages_started)) s"
+        walk_started=$SECONDS
+        "$(dirname "$0")/../tests/win32/walk-test.sh" "$build_dir" "$base_prefix" || failed+=("walk-test")
+        log "walk test: $((SECONDS - walk_started)) s"
     else
         log "warning: no xvfb-run (apt-get install xvfb): the page test is skipped"
     fi

@@ -42,11 +42,11 @@ WindowKind KindOf(const clsFormControl& c) {
     case ControlKind::Image:
         return {L"STATIC", static_cast<DWORD>(SystemIcon(c.picture) != nullptr ? SS_ICON : SS_BITMAP), 0};
     case ControlKind::Frame: return {L"BUTTON", BS_GROUPBOX, 0};
-    default:
-        // A kind added to the forms after this renderer (the component tree, uscTreeListView)
-        // holds its place as an empty frame until it is drawn here.
-        return {L"STATIC", SS_ETCHEDFRAME, 0};
+    case ControlKind::TreeListView:
+        return {WC_TREEVIEWW, TVS_HASLINES | TVS_HASBUTTONS | TVS_LINESATROOT | TVS_SHOWSELALWAYS | WS_TABSTOP | WS_VSCROLL,
+                WS_EX_CLIENTEDGE};
     }
+    return {L"STATIC", SS_ETCHEDFRAME, 0};
 }
 
 // The control kinds as clsLanguage::CaptionEx names them.
@@ -59,6 +59,7 @@ std::string_view KindName(ControlKind kind) {
     case ControlKind::Frame: return "Frame";
     case ControlKind::TextBox: return "TextBox";
     case ControlKind::ListBox: return "ListBox";
+    case ControlKind::TreeListView: return "TreeListView";
     default: return "Image";
     }
 }
@@ -70,11 +71,13 @@ clsWin32Control::clsWin32Control(HWND parent, const clsFormControl& data, int id
     : id_(id), kind_(data.kind), onBanner_(onBanner), width_(metrics.pixelsX(data.width)),
       height_(metrics.pixelsY(data.height)) {
     const WindowKind kind = KindOf(data);
+    if (data.kind == ControlKind::TreeListView) clsWin32TreeList::LoadClass();
     hwnd_ = CreateWindowExW(kind.exStyle, kind.className, L"", kind.style | WS_CHILD, metrics.pixelsX(data.left),
                             metrics.pixelsY(data.top), width_, height_, parent,
                             reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), GetModuleHandleW(nullptr), nullptr);
     if (hwnd_ == nullptr) return;
     SendMessageW(hwnd_, WM_SETFONT, reinterpret_cast<WPARAM>(font), FALSE);
+    if (data.kind == ControlKind::TreeListView) tree_ = std::make_unique<clsWin32TreeList>(hwnd_);
     // Everything differs from a control that shows nothing yet.
     shown_.enabled = true;
     shown_.value = data.kind == ControlKind::ListBox ? -2 : 0;
@@ -92,6 +95,7 @@ void clsWin32Control::Sync(const clsFormControl& data) {
     if (data.caption != shown_.caption) ApplyCaption(data.caption);
     if (data.picture != shown_.picture) ApplyPicture(data.picture);
     if (data.value != shown_.value) ApplyValue(data);
+    if (tree_) tree_->Sync(data);
     if (data.enabled != shown_.enabled) EnableWindow(hwnd_, data.enabled ? TRUE : FALSE);
     if (Showing(data) != showing_) {
         showing_ = !showing_;
@@ -177,6 +181,11 @@ std::string clsWin32Control::ReadText() const {
     const int got = GetWindowTextW(hwnd_, text.data(), length + 1);
     text.resize(static_cast<size_t>(got > 0 ? got : 0));
     return clsWin32Text::ToUtf8(text);
+}
+
+std::optional<TreeListAction> clsWin32Control::TreeAction(const NMHDR& header) const {
+    if (!tree_) return std::nullopt;
+    return tree_->Notified(header);
 }
 
 int clsWin32Control::ReadSelection() const {

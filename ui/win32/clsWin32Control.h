@@ -2,10 +2,13 @@
 // One control of a form as a native child window: made from the control's data (kind,
 // place in twips, caption, state), and brought up to date with it after every event, only
 // where it changed, so that a page that sets its texts from a timer does not flicker.
+#include <memory>
+#include <optional>
 #include <string>
 
 #include "platform/win32/Win32Headers.h"
 #include "ui/win32/clsMetrics.h"
+#include "ui/win32/clsWin32TreeList.h"
 #include "wizard/clsForm.h"
 
 namespace tovel {
@@ -13,6 +16,7 @@ namespace tovel {
 class clsWin32Control {
 public:
     /// Makes the window; a kind this renderer does not know shows as an empty etched frame.
+    /// The component tree is a tree view (clsWin32TreeList).
     /// onBanner: the control lies on the white banner strip and takes its colour.
     clsWin32Control(HWND parent, const clsFormControl& data, int id, const clsMetrics& metrics, HFONT font, bool onBanner);
     clsWin32Control(const clsWin32Control&) = delete;
@@ -25,6 +29,8 @@ public:
     [[nodiscard]] std::string ReadText() const;
     /// The line the user chose in a list box; -1 for none.
     [[nodiscard]] int ReadSelection() const;
+    /// The user's action a tree's notification stands for; none for other controls.
+    [[nodiscard]] std::optional<TreeListAction> TreeAction(const NMHDR& header) const;
     /// Takes the user's edit as applied, so that Sync does not write it back.
     void Accept(const clsFormControl& data) { shown_ = data; }
 
@@ -59,6 +65,7 @@ private:
     bool icon_ = false;
     bool showing_ = false;
     clsFormControl shown_;
+    std::unique_ptr<clsWin32TreeList> tree_;   ///< only for the component tree
 };
 
 } // namespace tovel

@@ -160,6 +160,8 @@ LRESULT CALLBACK clsWin32FormWindow::Procedure(HWND hwnd, UINT message, WPARAM w
 LRESULT clsWin32FormWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
     case WM_COMMAND: Command(LOWORD(wParam), HIWORD(wParam)); return 0;
+    case WM_NOTIFY: Notify(*reinterpret_cast<const NMHDR*>(lParam)); return 0;
+    case kTreeActionMessage: TreeAction(static_cast<size_t>(wParam), static_cast<int>(lParam)); return 0;
     case WM_TIMER: {
         const size_t slot = wParam - 1;
         if (slot < form_.Timers().size()) {
@@ -230,6 +232,32 @@ void clsWin32FormWindow::Command(int id, int code) {
         form_.RaiseClick(name, index);
     } else {
         return;
+    }
+    Raised();
+}
+
+void clsWin32FormWindow::Notify(const NMHDR& header) {
+    const size_t slot = static_cast<size_t>(static_cast<int>(header.idFrom) - kFirstControlId);
+    if (header.idFrom < static_cast<UINT_PTR>(kFirstControlId) || slot >= controls_.size() || !controls_[slot]) return;
+    const std::optional<TreeListAction> action = controls_[slot]->TreeAction(header);
+    if (!action || action->node < 0) return;
+    // The form hears it once the tree has finished with the click or key, so that what the
+    // controller decides is drawn last.
+    PostMessageW(hwnd_, kTreeActionMessage, slot, action->node * 2 + (action->check ? 1 : 0));
+}
+
+void clsWin32FormWindow::TreeAction(size_t slot, int packed) {
+    auto& controls = form_.Controls();
+    if (slot >= controls.size() || controls[slot].kind != ControlKind::TreeListView) return;
+    clsFormControl& tree = controls[slot];
+    const std::string name = tree.name;   // the event may change the form's controls
+    const int node = packed / 2;
+    if (packed % 2 == 1) {
+        form_.RaiseNodeCheck(name, node);
+    } else {
+        if (node >= static_cast<int>(tree.nodes.size())) return;
+        tree.value = node;
+        form_.RaiseClick(name, tree.index);
     }
     Raised();
 }

@@ -44,11 +44,16 @@ public:
 
 private:
     static constexpr int kFirstControlId = 100;
+    static constexpr UINT kTreeActionMessage = WM_APP + 1;
     static LRESULT CALLBACK Procedure(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam);
     LRESULT Handle(UINT message, WPARAM wParam, LPARAM lParam);
     /// Makes the windows of the controls the form has gained (a page adds lines as it loads).
     void AddControls();
     void Command(int id, int code);
+    /// A tree's notification: the user's action in it, handed on by kTreeActionMessage.
+    void Notify(const NMHDR& header);
+    /// packed: the line times two, plus one for its box.
+    void TreeAction(size_t slot, int packed);
     /// Presses the visible, enabled button that Enter (default) or Esc (cancel) stands for.
     void PressKeyButton(bool cancel);
     void Paint();

@@ -75,6 +75,13 @@ std::vector<std::string> clsWin32LayoutCheck::CutOrEmpty(const clsForm& form, HW
         if (control == nullptr || IsWindowVisible(control) == 0 || c.kind == ControlKind::Image || c.kind == ControlKind::ListBox) {
             continue;
         }
+        if (c.kind == ControlKind::TreeListView) {
+            const size_t lines = static_cast<size_t>(TreeView_GetCount(control));
+            if (lines != c.nodes.size()) {
+                faults.push_back(Name(c) + ": " + std::to_string(lines) + " lines, the form has " + std::to_string(c.nodes.size()));
+            }
+            continue;
+        }
         const std::wstring text = TextOf(control);
         if (!c.caption.empty() && text.empty()) faults.push_back(Name(c) + ": empty, the form has \"" + c.caption + "\"");
         if (c.kind != ControlKind::TextBox && !text.empty() && CutOff(control, c, text)) {

@@ -30,6 +30,13 @@ HWND clsWin32Renderer::WindowOf(const clsForm& form) const {
     return nullptr;
 }
 
+clsWin32FormWindow* clsWin32Renderer::Front() const {
+    for (auto it = stack_.rbegin(); it != stack_.rend(); ++it) {
+        if ((*it)->Form().Shown()) return *it;
+    }
+    return nullptr;
+}
+
 void clsWin32Renderer::ShowModal(clsForm& form) {
     if (WindowOf(form) != nullptr && form.Shown()) return;   // already waiting in a loop further out
     // Pages hand over by hiding themselves before the next one shows.

@@ -28,6 +28,8 @@ public:
     void ShowBackground();
     /// The window of a shown form; null when the form is not shown here.
     [[nodiscard]] HWND WindowOf(const clsForm& form) const;
+    /// The window of the form in front (the innermost shown); null when none is shown.
+    [[nodiscard]] clsWin32FormWindow* Front() const;
     /// The background window; null before ShowBackground.
     [[nodiscard]] HWND Background() const { return background_.Handle(); }
     /// Called once each time a form's window is on view, before its loop waits for the user
