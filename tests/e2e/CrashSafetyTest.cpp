@@ -10,6 +10,8 @@
 #include <chrono>
 #include <cstdlib>
 #include <filesystem>
+#include <fstream>
+#include <sstream>
 #include <random>
 #include <thread>
 
@@ -48,6 +50,28 @@ protected:
         const size_t last = state.rfind("\r\nShowDialogWait");
         EXPECT_TRUE(state.rfind("[Info]", 0) == 0 && last != std::string::npos && state.find("\r\n", last + 2) == state.size() - 2)
             << "kill " << kill << ": a part of a state file";
+    }
+    /// Waits until no process of the killed group runs any more: the setups it started die a
+    /// moment after it, and one still in a system call could otherwise write into the next
+    /// round's machine. Zombies count as gone (nobody may reap them here).
+    static void AwaitGroupGone(pid_t group) {
+        for (int i = 0; i < 2000 && GroupRuns(group); ++i) std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    }
+    static bool GroupRuns(pid_t group) {
+        std::error_code ec;
+        for (const auto& entry : std::filesystem::directory_iterator("/proc", ec)) {
+            std::ifstream stat(entry.path() / "stat");
+            std::string text;
+            if (!std::getline(stat, text)) continue;
+            const size_t close = text.rfind(')');
+            if (close == std::string::npos) continue;
+            std::istringstream rest(text.substr(close + 1));
+            char state = 0;
+            long parent = 0;
+            long processGroup = 0;
+            if ((rest >> state >> parent >> processGroup) && processGroup == group && state != 'Z' && state != 'X') return true;
+        }
+        return false;
     }
     [[nodiscard]] size_t Starts(const std::string& product) const {
         const std::string fake = ReadMachine("drive_c/FAKESETUP.LOG");
@@ -92,6 +116,7 @@ TEST_F(CrashSafety, AResumedRunCutOffAtRandomMomentsGoesOnFromAWholeStateOrNotAt
             kill(-pid, SIGKILL);
             int status = 0;
             waitpid(pid, &status, 0);
+            AwaitGroupGone(pid);
             ++kills;
             ExpectWholeOrNoStateFile(kills);
             (void)LogLines();   // each start's log ends with whole lines
