@@ -7,6 +7,7 @@
 #include "platform/clsPlatform.h"
 #include "settings/clsRegistry.h"
 #include "startup/Globals.h"
+#include "startup/clsSystem.h"
 #include "startup/mdlLog.h"
 
 namespace tovel {
@@ -40,7 +41,7 @@ void clsRestartNow::SaveForResume(const RestartState& state) {
 }
 
 bool clsRestartNow::RestartWindows() {
-    if (!gSystem->DoRestart()) return false;
+    if (!clsSystem::DoRestart()) return false;
     ExitStatus = kRestartStarted;
     return true;
 }

@@ -12,8 +12,9 @@ public:
     /// administrators (as last read by Refresh; read now if it never ran).
     [[nodiscard]] bool CheckIfUserIsAdmin();
     /// Enables "SeShutdownPrivilege" and asks Windows to restart, forcing programs to close.
-    /// True when Windows accepted; a refusal is logged.
-    bool DoRestart();
+    /// True when Windows accepted; a refusal is logged. Needs no rights read first, so it is
+    /// callable before the start-up made the instance.
+    static bool DoRestart();
 
 private:
     bool read_ = false;

@@ -127,12 +127,13 @@ TEST_F(CrashSafety, AResumedRunCutOffAtRandomMomentsGoesOnFromAWholeStateOrNotAt
     const double seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
     std::printf("%d kills in %d rounds in %.1f s\n", kills, rounds, seconds);
     // A last start without a kill ends the run on the Done page (the machine may still be
-    // off when the last kill came before its boot had ended).
+    // off when the last kill came before its boot had ended). When the last kill came after
+    // the run had deleted its state file, the run was over and only its last log lines are lost.
     if (!ReadMachine("drive_c/INSTDUMP.TMP").empty()) {
         const bool off = ReadMachine("machine.ini").find("Power=off") != std::string::npos;
         (void)Run({}, off ? std::vector<std::string>{"--boot"} : std::vector<std::string>{}, "wait end\nclick DoneBtn\n");
+        EXPECT_TRUE(Logged("Log file closed. ")) << Output();
     }
-    EXPECT_TRUE(Logged("Log file closed. ")) << Output();
     EXPECT_EQ(Starts("LICMGR"), 1U);
     EXPECT_GE(Starts("DESIGNER"), 1U);
     EXPECT_TRUE(ReadMachine("drive_c/INSTDUMP.TMP").empty());
