@@ -14,6 +14,7 @@
 #include "install/clsOptionFile.h"
 #include "install/clsRestartNow.h"
 #include "install/clsSetupLauncher.h"
+#include "install/clsSystemFiles.h"
 #include "install/clsWaitedProgram.h"
 #include "language/clsBuiltinTexts.h"
 #include "platform/clsPlatform.h"
@@ -131,6 +132,10 @@ bool clsInstallRun::Evaluate() {
 }
 
 void clsInstallRun::StartNext() {
+    if (!systemFilesChecked_) {
+        clsSystemFiles::Install(HomePath);
+        systemFilesChecked_ = true;
+    }
     const InstallStep& step = steps_[static_cast<size_t>(nextPosition_ - 1)];
     const clsSIFApplicationItem* item = applications_.Item(step.catalogueIndex);
     ShowSsfMessages(step, item);

@@ -98,6 +98,7 @@ private:
     std::string command_;
     int startOffset_ = 0;
     int nextPosition_ = 1;
+    bool systemFilesChecked_ = false;   ///< the disc's system files, once before the first product
 
     bool started_ = false;          ///< the setup at nextPosition_ - 1 was started and not yet evaluated
     bool stopped_ = false;

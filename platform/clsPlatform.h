@@ -5,6 +5,7 @@
 
 #include "platform/clsPlatformClock.h"
 #include "platform/clsPlatformFiles.h"
+#include "platform/clsPlatformLibraries.h"
 #include "platform/clsPlatformProcesses.h"
 #include "platform/clsPlatformRegistry.h"
 #include "platform/clsPlatformSystem.h"
@@ -16,7 +17,8 @@ class clsPlatform {
 public:
     clsPlatform(std::unique_ptr<clsPlatformFiles> files, std::unique_ptr<clsPlatformRegistry> registry,
                 std::unique_ptr<clsPlatformProcesses> processes, std::unique_ptr<clsPlatformWindows> windows,
-                std::unique_ptr<clsPlatformSystem> system, std::unique_ptr<clsPlatformClock> clock);
+                std::unique_ptr<clsPlatformSystem> system, std::unique_ptr<clsPlatformClock> clock,
+                std::unique_ptr<clsPlatformLibraries> libraries);
     virtual ~clsPlatform() = default;
     clsPlatform(const clsPlatform&) = delete;
     clsPlatform& operator=(const clsPlatform&) = delete;
@@ -27,6 +29,7 @@ public:
     clsPlatformWindows& Windows() { return *windows_; }
     clsPlatformSystem& System() { return *system_; }
     clsPlatformClock& Clock() { return *clock_; }
+    clsPlatformLibraries& Libraries() { return *libraries_; }
 
 private:
     std::unique_ptr<clsPlatformFiles> files_;
@@ -35,6 +38,7 @@ private:
     std::unique_ptr<clsPlatformWindows> windows_;
     std::unique_ptr<clsPlatformSystem> system_;
     std::unique_ptr<clsPlatformClock> clock_;
+    std::unique_ptr<clsPlatformLibraries> libraries_;
 };
 
 /// The installed platform. Only valid after InstallPlatform.

@@ -173,7 +173,9 @@ bool clsCheckEnviroment::Fail(int textNumber, const std::string& text) {
     return false;
 }
 
-bool clsCheckEnviroment::CheckFileVersion(const std::string& fileName, const std::string& deliveredFolder) const {
+clsCheckEnviroment::FileVersionResult clsCheckEnviroment::CheckFileVersion(
+    const std::string& fileName, const std::string& deliveredFolder,
+    const std::function<void(const std::string&)>& beforeReplace) {
     auto& files = Platform().Files();
     const std::string from = clsFileDisk::AddBackslash(deliveredFolder) + fileName;
     const std::string to = SystemDir + fileName;
@@ -187,13 +189,16 @@ bool clsCheckEnviroment::CheckFileVersion(const std::string& fileName, const std
         (void)delivered.GetFileInfo(from);
         LogIfEnabled(fileName + " Version on System: " + onSystem.NumericVersion());
         LogIfEnabled(fileName + " Version delivered: " + delivered.NumericVersion());
-        if (clsVersion::Compare(onSystem.NumericVersion(), delivered.NumericVersion()) >= 0) return true;
+        if (clsVersion::Compare(onSystem.NumericVersion(), delivered.NumericVersion()) >= 0) {
+            return FileVersionResult::Current;
+        }
         LogIfEnabled("   ==> Version on system is too old!");
+        if (beforeReplace) beforeReplace(to);
     }
     LogIfEnabled("   Copy from: " + from + " to: " + to);
-    if (files.CopyFile(from, to, false)) return true;
+    if (files.CopyFile(from, to, false)) return FileVersionResult::Copied;
     LogIfEnabled(fileName + " is in use and cannot be replaced.");
-    return false;
+    return FileVersionResult::NotCopied;
 }
 
 } // namespace tovel

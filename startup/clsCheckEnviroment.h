@@ -5,6 +5,7 @@
 // reaches its second welcome page. A check that fails has shown its message and logged why;
 // its caller ends the program (ExitStatus says how).
 #include <cstdint>
+#include <functional>
 #include <string>
 
 #include "startup/clsOSSupport.h"
@@ -40,9 +41,12 @@ public:
     /// The registry value CheckPackageName under CheckPackageKey must hold CheckPackageValue
     /// (when CheckPackageKey is set).
     [[nodiscard]] bool CheckPackage() const;
+    enum class FileVersionResult { Current, Copied, NotCopied };
     /// Makes sure a file delivered in a folder of the setup is in the system folder at its
-    /// version or newer: copies it when missing or older. False when it could not be copied.
-    bool CheckFileVersion(const std::string& fileName, const std::string& deliveredFolder) const;
+    /// version or newer: copies it when missing or older (calling beforeReplace with the
+    /// older file's path first). NotCopied when the copy failed (a file in use).
+    static FileVersionResult CheckFileVersion(const std::string& fileName, const std::string& deliveredFolder,
+                                              const std::function<void(const std::string&)>& beforeReplace = {});
 
     [[nodiscard]] uint32_t OSMajorVersion() const { return os_.major; }
     [[nodiscard]] uint32_t OSMinorVersion() const { return os_.minor; }

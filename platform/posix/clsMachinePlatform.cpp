@@ -2,6 +2,7 @@
 
 #include "platform/posix/clsMachineClock.h"
 #include "platform/posix/clsMachineFiles.h"
+#include "platform/posix/clsMachineLibraries.h"
 #include "platform/posix/clsMachineProcesses.h"
 #include "platform/posix/clsMachineRegistry.h"
 #include "platform/posix/clsMachineSystem.h"
@@ -36,9 +37,10 @@ std::unique_ptr<clsMachinePlatform> clsMachinePlatform::Make(std::unique_ptr<cls
                                                      process.onRestart);
     auto windows = std::make_unique<clsMachineWindows>(*machine);
     auto clock = std::make_unique<clsMachineClock>(machine->Folder());
+    auto libraries = std::make_unique<clsMachineLibraries>(*parts.files, *registry, *clock);
     return std::unique_ptr<clsMachinePlatform>(new clsMachinePlatform(
         detail::MachineHolder{std::move(machine)}, std::move(parts.files), std::move(registry),
-        std::move(parts.processes), std::move(windows), std::move(system), std::move(clock)));
+        std::move(parts.processes), std::move(windows), std::move(system), std::move(clock), std::move(libraries)));
 }
 
 clsMachinePlatform::clsMachinePlatform(detail::MachineHolder holder, std::unique_ptr<clsPlatformFiles> files,
@@ -46,9 +48,10 @@ clsMachinePlatform::clsMachinePlatform(detail::MachineHolder holder, std::unique
                                        std::unique_ptr<clsPlatformProcesses> processes,
                                        std::unique_ptr<clsPlatformWindows> windows,
                                        std::unique_ptr<clsPlatformSystem> system,
-                                       std::unique_ptr<clsPlatformClock> clock)
+                                       std::unique_ptr<clsPlatformClock> clock,
+                                       std::unique_ptr<clsPlatformLibraries> libraries)
     : detail::MachineHolder(std::move(holder)),
       clsPlatform(std::move(files), std::move(registry), std::move(processes), std::move(windows), std::move(system),
-                  std::move(clock)) {}
+                  std::move(clock), std::move(libraries)) {}
 
 } // namespace tovel

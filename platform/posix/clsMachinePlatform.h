@@ -38,7 +38,7 @@ private:
     clsMachinePlatform(detail::MachineHolder holder, std::unique_ptr<clsPlatformFiles> files,
                        std::unique_ptr<clsPlatformRegistry> registry, std::unique_ptr<clsPlatformProcesses> processes,
                        std::unique_ptr<clsPlatformWindows> windows, std::unique_ptr<clsPlatformSystem> system,
-                       std::unique_ptr<clsPlatformClock> clock);
+                       std::unique_ptr<clsPlatformClock> clock, std::unique_ptr<clsPlatformLibraries> libraries);
 };
 
 } // namespace tovel

@@ -1,10 +1,9 @@
-// The installation run on a fresh emulated machine, each product a stand-in setup with its
-// own behaviour file, ticked by hand as the page's timer ticks it. A recording view stands in
-// for the page.
+// The installation run on a fresh machine (emulated on Linux, Wine's on Windows), each product
+// a stand-in setup with its own behaviour file, ticked by hand as the page's timer ticks it:
+// real processes, exit codes and windows. A recording view stands in for the page.
 #include <gtest/gtest.h>
 
 #include <chrono>
-#include <filesystem>
 #include <map>
 #include <thread>
 
@@ -16,7 +15,6 @@
 #include "install/clsDcomCheck.h"
 #include "install/clsDumpFile.h"
 #include "install/clsLorvexRun.h"
-#include "platform/posix/clsMachinePlatform.h"
 #include "tests/catalogue/CatalogueFixture.h"
 
 namespace tovel::test {
@@ -25,6 +23,20 @@ namespace {
 
 constexpr const char* kFakeLog = "C:\\FAKESETUP.LOG";
 constexpr const char* kRunOnce = "SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\RunOnce";
+constexpr const char* kCurrentVersion = "SOFTWARE\\Microsoft\\Windows\\CurrentVersion";
+constexpr const char* kOle = "SOFTWARE\\Microsoft\\OLE";
+constexpr const char* kSharedKey = "SOFTWARE\\QUARLO\\DRELSW\\GLOBAL";
+// What a run leaves in the root of the Windows drive, where products find their result file.
+// On Windows one machine serves every test, so each test starts and ends without them.
+constexpr const char* kRootFiles[] = {"C:\\FAKESETUP.LOG", "C:\\OPFILE.TXT", "C:\\INSTDUMP.TMP"};
+// ... and the machine-wide values it writes.
+constexpr const char* kMachineValues[][2] = {{kRunOnce, "ZZZ_TovelSetup"},
+                                             {kRunOnce, "ZZ_Lorvex"},
+                                             {kOle, "LegacyAuthenticationLevel"},
+                                             {kOle, "LegacyImpersonationLevel"},
+                                             {kOle, "LegacyAuthenticationLevelOld"},
+                                             {kOle, "LegacyImpersonationLevelOld"},
+                                             {kSharedKey, "SharedPath"}};
 
 class RecordingView : public clsInstallView {
 public:
@@ -63,13 +75,20 @@ protected:
         OSPlatformId = 2;
         ExitStatus = 0;
         gApplications.RemoveAllItem();
+        ClearMachine();
     }
     void TearDown() override {
+        ClearMachine();
         Lorvex = false;
         LorvexAdditionalCommand.clear();
         gApplications.RemoveAllItem();
         ExitStatus = 0;
         CatalogueFixture::TearDown();
+    }
+
+    static void ClearMachine() {
+        for (const char* file : kRootFiles) (void)Platform().Files().DeleteFile(file);
+        for (const auto& value : kMachineValues) (void)clsRegistry(RegRoot::LocalMachine, value[0]).DeleteValue(value[1]);
     }
 
     void Settings(const std::string& lines) {
@@ -80,10 +99,9 @@ protected:
 
     /// Puts the products on the "disc" (the test's folder) and in the catalogue, in order.
     void Disc(const std::vector<Product>& products) {
-        auto& machine = dynamic_cast<clsMachinePlatform&>(Platform()).Machine();
         for (const auto& p : products) {
             WriteFile(p.code + "\\FAKESETUP.INI", "[Setup]\r\nName=" + p.code + "\r\n" + p.behaviour);
-            std::filesystem::create_symlink(TOVEL_FAKESETUP_HOST, machine.Folder() + "/drive_c/Work/" + p.code + "/SETUP.EXE");
+            ASSERT_TRUE(Platform().Files().CopyFile(bed_->fakeSetup, bed_->folder + p.code + "\\SETUP.EXE", false));
             const std::string ssf = WriteFile(
                 p.code + "\\" + p.code + ".ssf",
                 "[GENERAL]\r\nFileType=ssf\r\nProductCode=" + p.code + "\r\nBuild=1.0\r\n" + p.general +
@@ -238,7 +256,7 @@ TEST_F(InstallRunTest, AnEmptyListEndsOnTheFirstTickAndTheCounterStartsAgainAfte
 }
 
 TEST_F(InstallRunTest, ASetupWithoutWindowsCountsAsRunningFor20TicksWhenMoreProductsFollow) {
-    const std::string hold = "C:\\hold-one.txt";
+    const std::string hold = bed_->folder + "hold-one.txt";
     ASSERT_TRUE(Platform().Files().WriteFileAtomic(hold, "x"));
     Disc({{"ONE", "HoldWhileFileExists=" + hold + "\r\n"}, {"TWO", ""}});
     // The first tick starts ONE; the next ones see it running.
@@ -261,7 +279,7 @@ TEST_F(InstallRunTest, ASetupWithoutWindowsCountsAsRunningFor20TicksWhenMoreProd
 }
 
 TEST_F(InstallRunTest, ASecondProcessWithAnInstallShieldWindowKeepsTheSetupRunning) {
-    const std::string hold = "C:\\hold-engine.txt";
+    const std::string hold = bed_->folder + "hold-engine.txt";
     ASSERT_TRUE(Platform().Files().WriteFileAtomic(hold, "x"));
     Disc({{"ENGINE", "SecondProcess=True\r\nWindowClass=InstallShield_Win\r\nWindowTitle=Setup\r\nHoldWhileFileExists=" + hold +
                          "\r\n"}});
@@ -278,7 +296,7 @@ TEST_F(InstallRunTest, ASecondProcessWithAnInstallShieldWindowKeepsTheSetupRunni
 }
 
 TEST_F(InstallRunTest, AProductWindowTitleHoldsTheSetupThreeTicksAfterItCloses) {
-    const std::string hold = "C:\\hold-tool.txt";
+    const std::string hold = bed_->folder + "hold-tool.txt";
     ASSERT_TRUE(Platform().Files().WriteFileAtomic(hold, "x"));
     Disc({{"TOOL",
            "SecondProcess=True\r\nWindowClass=ToolMain\r\nWindowTitle=Tool Configuration 2.0\r\nHoldWhileFileExists=" +
@@ -379,6 +397,23 @@ TEST_F(InstallRunTest, ARunResumedBeforeAnyProductStartsWithTheFirst) {
     EXPECT_TRUE(Run().Complete());
 }
 
+TEST_F(InstallRunTest, TheDiscsSystemFilesAreBroughtInOnceBeforeTheFirstProduct) {
+    const std::string savedSystemDir = SystemDir;
+    SystemDir = bed_->folder + "system32\\";
+    ASSERT_TRUE(Platform().Files().CreateFolder(SystemDir));
+    WriteFile("System\\runtime.txt", "delivered");
+    Disc({{"FIRST", ""}, {"SECOND", ""}});
+    TickToEnd();
+    SystemDir = savedSystemDir;
+
+    EXPECT_TRUE(Run().Complete());
+    EXPECT_TRUE(Exists(bed_->folder + "system32\\runtime.txt"));
+    const std::string log = LogText();
+    EXPECT_LT(log.find("System files from " + bed_->folder + "System\\"), log.find("Aufruf mit Parameter: "));
+    EXPECT_EQ(log.find("runtime.txt does not exist"), log.rfind("runtime.txt does not exist"));
+    EXPECT_EQ(log.find("runtime.txt already exists"), std::string::npos);
+}
+
 } // namespace
 
 TEST_F(InstallRunTest, ProgramsToStartBeforeASetupRunAndEndFirstEvenWhenOneIsMissing) {
@@ -434,14 +469,22 @@ protected:
     /// The tool on the disc is the stand-in setup; its behaviour file leaves the products'
     /// results alone and names it in the stand-in's log.
     void ToolOnDisc() {
-        auto& machine = dynamic_cast<clsMachinePlatform&>(Platform()).Machine();
         WriteFile("Lorvex\\Lorvex.ini", "[LORVEX]\r\nExecute=lorvex\r\n");
-        std::filesystem::create_symlink(TOVEL_FAKESETUP_HOST, machine.Folder() + "/drive_c/Work/Lorvex/Lorvex.exe");
-        ASSERT_TRUE(Platform().Files().WriteFileAtomic("C:\\LORVEXFAKE.INI", "[Setup]\r\nName=LORVEX\r\nWriteResults=False\r\n"));
+        ASSERT_TRUE(Platform().Files().CopyFile(bed_->fakeSetup, bed_->folder + "Lorvex\\Lorvex.exe", false));
+        WriteFile("LORVEXFAKE.INI", "[Setup]\r\nName=LORVEX\r\nWriteResults=False\r\n");
         Lorvex = true;
         LorvexSearchPath = "C:\\";
-        LorvexAdditionalCommand = "/fakeini=C:\\LORVEXFAKE.INI ";
+        LorvexAdditionalCommand = "/fakeini=" + bed_->folder + "LORVEXFAKE.INI ";
+        // The machine's common files folder, where the tool is copied, is the test's own.
+        commonFiles_ = CurrentVersion().QueryValue("CommonFilesDir");
+        ASSERT_TRUE(CurrentVersion().SetKeyValue("CommonFilesDir", bed_->folder + "Common Files", RegType::Sz));
     }
+    void TearDown() override {
+        if (!commonFiles_.empty()) (void)CurrentVersion().SetKeyValue("CommonFilesDir", commonFiles_, RegType::Sz);
+        InstallRunTest::TearDown();
+    }
+    static clsRegistry CurrentVersion() { return clsRegistry(RegRoot::LocalMachine, kCurrentVersion); }
+    std::string SharedFolder() const { return bed_->folder + "Shared"; }
     /// The stand-in's start lines of the tool, in order.
     static std::vector<std::string> ToolRuns() {
         std::vector<std::string> runs;
@@ -450,12 +493,14 @@ protected:
         }
         return runs;
     }
+
+    std::string commonFiles_;
 };
 
 TEST_F(LorvexInstallRunTest, TheToolRunsAfterEachProductWhenAskedAndOnceMoreAtTheEnd) {
     Settings("LorvexAfterEachProduct=True\r\nPackversion=PV7\r\n");
-    ASSERT_TRUE(clsRegistry(RegRoot::LocalMachine, "SOFTWARE\\QUARLO\\DRELSW\\GLOBAL").SetKeyValue("SharedPath", "C:\\Shared", RegType::Sz));
-    ASSERT_TRUE(Platform().Files().CreateFolder("C:\\Shared\\Quarlo\\Common"));
+    ASSERT_TRUE(clsRegistry(RegRoot::LocalMachine, kSharedKey).SetKeyValue("SharedPath", SharedFolder(), RegType::Sz));
+    WriteFile("Shared\\Quarlo\\Common\\placeholder.txt", "");
     ToolOnDisc();
     Disc({{"ALPHA", ""}, {"BETA", "SetupSucceeded=0\r\n"}});
     TickToEnd();
@@ -473,10 +518,11 @@ TEST_F(LorvexInstallRunTest, TheToolRunsAfterEachProductWhenAskedAndOnceMoreAtTh
     EXPECT_EQ(Run().FailedLines(), "Product BETA\r\n");
     EXPECT_EQ(view_.status[1], "");   // the product's own status (no texts loaded here), not the tool's
     EXPECT_EQ(view_.status[2], "final Lorvex ... ");
-    EXPECT_TRUE(Exists("C:\\Shared\\Quarlo\\Common\\Lorvex.ini"));
+    EXPECT_TRUE(Exists(SharedFolder() + "\\Quarlo\\Common\\Lorvex.ini"));
     const std::string log = LogText();
     EXPECT_NE(log.find("Lorvex: Common in Registry gefunden. "), std::string::npos);
-    EXPECT_NE(log.find("Lorvex: \"C:\\Shared\\Quarlo\\Common\\Lorvex.exe\" /fakeini=C:\\LORVEXFAKE.INI /beginend \"C:\\\" \"C:\\"),
+    EXPECT_NE(log.find("Lorvex: \"" + SharedFolder() + "\\Quarlo\\Common\\Lorvex.exe\" /fakeini=" + bed_->folder +
+                       "LORVEXFAKE.INI /beginend \"C:\\\" \""),
               std::string::npos);
     EXPECT_EQ(log.find("Lorvex: Common angelegt. "), std::string::npos);
 }
@@ -490,9 +536,7 @@ TEST_F(LorvexInstallRunTest, WithoutTheSharedPathTheCommonFolderIsMadeAndOnlyThe
     const std::vector<std::string> runs = ToolRuns();
     ASSERT_EQ(runs.size(), 1U);
     EXPECT_NE(runs[0].find("_98_end.csv"), std::string::npos);
-    const std::string common =
-        clsRegistry(RegRoot::LocalMachine, "SOFTWARE\\Microsoft\\Windows\\CurrentVersion").QueryValue("CommonFilesDir") +
-        "\\Quarlo\\Common\\";
+    const std::string common = bed_->folder + "Common Files\\Quarlo\\Common\\";
     EXPECT_TRUE(Exists(common + "Lorvex.exe"));
     const std::string log = LogText();
     EXPECT_LT(log.find("Lorvex: Common nicht in Registry gefunden. "), log.find("Lorvex: Common angelegt. "));

@@ -19,6 +19,14 @@ struct TestBed {
     /// Windows path of a file that carries a version resource whose FileVersion begins with
     /// four numbers (a system library on Windows).
     std::string versionedFile;
+    /// Windows path of the stand-in product setup (docs/FAKESETUP.md); copy it where a disc
+    /// has its setup.
+    std::string fakeSetup;
+    /// Windows path of a COM library at version 2.0.0.0 whose DllRegisterServer sets the
+    /// default value of HKEY_CURRENT_USER\<kLibraryKey> to its own path and whose
+    /// DllUnregisterServer deletes that key. versionedFile is a library without either.
+    std::string registeringLibrary;
+    static constexpr const char* kLibraryKey = "Software\\TovelSetupTest\\Library";
     /// What the system reports of its version on this bed.
     OsVersion expectedVersion;
     /// The user language the bed reports.

@@ -37,9 +37,15 @@ std::unique_ptr<TestBed> MakeTestBed() {
     // The test child lives on drive C: like any program of the machine.
     std::filesystem::create_directories(machine->Folder() + "/drive_c/Tools");
     std::filesystem::create_symlink(TOVEL_TESTCHILD_HOST, machine->Folder() + "/drive_c/Tools/testchild.exe");
+    std::filesystem::create_symlink(TOVEL_FAKESETUP_HOST, machine->Folder() + "/drive_c/Tools/fakesetup.exe");
     std::filesystem::create_directories(machine->Folder() + "/drive_c/Work");
     std::ofstream(machine->Folder() + "/drive_c/Tools/library.dll", std::ios::binary)
-        << "MZ\r\nVS_VERSION_INFO FileVersion=5.1.2600.2180; OriginalFilename=library.dll; ProductName=Tovel Test\r\n";
+        << "MZ\r\nVS_VERSION_INFO FileVersion=5.1.2600.2180; OriginalFilename=library.dll; ProductName=Tovel Test\r\n"
+           "DLL_EXPORTS\r\n";
+    std::ofstream(machine->Folder() + "/drive_c/Tools/server.dll", std::ios::binary)
+        << "MZ\r\nVS_VERSION_INFO FileVersion=2.0.0.0; OriginalFilename=tovel_testlibrary.dll; ProductName=Tovel Test\r\n"
+           "DLL_EXPORTS DllRegisterServer=ok; DllUnregisterServer=ok; RegistryKey=HKEY_CURRENT_USER\\"
+        << TestBed::kLibraryKey << "\r\n";
     bed->expectedVersion = machine->Config().version;
     bed->expectedLanguage = machine->Config().userLanguage;
     MachineProcess process;
@@ -51,6 +57,8 @@ std::unique_ptr<TestBed> MakeTestBed() {
     bed->registryKey = "Software\\TovelSetupTest";
     bed->childProgram = "C:\\Tools\\testchild.exe";
     bed->versionedFile = "C:\\Tools\\library.dll";
+    bed->fakeSetup = "C:\\Tools\\fakesetup.exe";
+    bed->registeringLibrary = "C:\\Tools\\server.dll";
     return bed;
 }
 

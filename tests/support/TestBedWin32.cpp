@@ -11,6 +11,13 @@
 #include <string>
 
 #include "platform/win32/MakeWin32Platform.h"
+#include "platform/win32/clsWin32Clock.h"
+#include "platform/win32/clsWin32Files.h"
+#include "platform/win32/clsWin32Libraries.h"
+#include "platform/win32/clsWin32Processes.h"
+#include "platform/win32/clsWin32Registry.h"
+#include "platform/win32/clsWin32System.h"
+#include "platform/win32/clsWin32Windows.h"
 #include "platform/win32/clsWin32Text.h"
 
 namespace tovel::test {
@@ -57,6 +64,27 @@ void RestoreFolders(const ProcessFolders& folders) {
         SetEnvironmentVariableW(DriveVariable(letter).c_str(), it == folders.perDrive.end() ? nullptr : it->second.c_str());
     }
     if (!folders.current.empty()) SetCurrentDirectoryW(folders.current.c_str());
+}
+
+// The real system, but a restart is counted: restarting the machine the tests run on (under
+// Wine: ending every process of the prefix) would end the test run.
+class BedSystem : public clsWin32System {
+public:
+    explicit BedSystem(TestBed& bed) : bed_(bed) {}
+    bool Restart(uint32_t) override {
+        ++bed_.restarts;
+        return true;
+    }
+
+private:
+    TestBed& bed_;
+};
+
+std::unique_ptr<clsPlatform> MakeBedPlatform(TestBed& bed) {
+    return std::make_unique<clsPlatform>(std::make_unique<clsWin32Files>(), std::make_unique<clsWin32Registry>(),
+                                         std::make_unique<clsWin32Processes>(), std::make_unique<clsWin32Windows>(),
+                                         std::make_unique<BedSystem>(bed), std::make_unique<clsWin32Clock>(),
+                                         std::make_unique<clsWin32Libraries>());
 }
 
 bool UnderWine() {
@@ -127,7 +155,7 @@ std::unique_ptr<TestBed> MakeTestBed() {
     });
 
     auto bed = std::make_unique<TestBed>();
-    bed->platform = MakeWin32Platform();
+    bed->platform = MakeBedPlatform(*bed);
 
     const std::wstring temp =
         clsWin32Text::Fetch([](wchar_t* buffer, DWORD size) { return GetTempPathW(size, buffer); }).value_or(L"C:\\");
@@ -146,6 +174,8 @@ std::unique_ptr<TestBed> MakeTestBed() {
 
     bed->childProgram = bed->platform->System().ProgramFolder() + "tovel_testchild.exe";
     bed->versionedFile = bed->platform->System().SystemFolder() + "kernel32.dll";
+    bed->fakeSetup = bed->platform->System().ProgramFolder() + "TOVELFAKESETUP.EXE";
+    bed->registeringLibrary = bed->platform->System().ProgramFolder() + "tovel_testlibrary.dll";
 
     // What scripts/test-windows.sh sets up in its Wine prefix: Windows XP SP3, English (UK).
     bed->expectedVersion.major = 5;
@@ -182,6 +212,7 @@ TestBed::~TestBed() {
     }
     if (!registryKey.empty()) {
         DeleteKeyTree(Utf8ToWide(registryKey));
+        DeleteKeyTree(Utf8ToWide(kLibraryKey));
         // The shared parent goes once the last bed has left it (fails while others remain).
         RegDeleteKeyW(HKEY_CURRENT_USER, Utf8ToWide(kRegistryParent).c_str());
     }
