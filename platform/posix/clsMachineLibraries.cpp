@@ -6,29 +6,14 @@
 
 #include "platform/clsWindowsPath.h"
 #include "platform/posix/clsRegistryHive.h"
+#include "platform/posix/clsTextResourceLine.h"
 
 namespace tovel {
 
 namespace {
 
 constexpr std::string_view kMarker = "DLL_EXPORTS";
-constexpr size_t kSearchedBytes = 65536;
 constexpr uint32_t kStillActive = 259;
-
-std::string_view Trim(std::string_view text) {
-    const size_t first = text.find_first_not_of(" \t");
-    if (first == std::string_view::npos) return {};
-    const size_t last = text.find_last_not_of(" \t");
-    return text.substr(first, last - first + 1);
-}
-
-std::optional<std::string_view> ExportsLine(std::string_view bytes) {
-    const std::string_view head = bytes.substr(0, kSearchedBytes);
-    const size_t at = head.find(kMarker);
-    if (at == std::string_view::npos) return std::nullopt;
-    const std::string_view rest = head.substr(at + kMarker.size());
-    return rest.substr(0, rest.find_first_of("\r\n"));
-}
 
 /// "0x80004005" or "5"; nullopt for anything else.
 std::optional<uint32_t> Number(std::string_view text) {
@@ -57,19 +42,15 @@ std::optional<std::pair<RegRoot, std::string>> SplitKey(std::string_view full) {
 
 } // namespace
 
-bool clsMachineLibraries::HasExportsLine(std::string_view bytes) { return ExportsLine(bytes).has_value(); }
+bool clsMachineLibraries::HasExportsLine(std::string_view bytes) {
+    return clsTextResourceLine::Parse(bytes, kMarker).has_value();
+}
 
 std::optional<std::string> clsMachineLibraries::ExportValue(std::string_view bytes, std::string_view key) {
-    auto rest = ExportsLine(bytes);
-    if (!rest) return std::nullopt;
-    while (!rest->empty()) {
-        const size_t end = rest->find(';');
-        const std::string_view pair = rest->substr(0, end);
-        const size_t equals = pair.find('=');
-        if (equals != std::string_view::npos && clsWindowsPath::EqualNoCase(Trim(pair.substr(0, equals)), key)) {
-            return std::string(Trim(pair.substr(equals + 1)));
-        }
-        *rest = end == std::string_view::npos ? std::string_view() : rest->substr(end + 1);
+    const auto pairs = clsTextResourceLine::Parse(bytes, kMarker);
+    if (!pairs) return std::nullopt;
+    for (const auto& [name, value] : *pairs) {
+        if (clsWindowsPath::EqualNoCase(name, key)) return value;
     }
     return std::nullopt;
 }

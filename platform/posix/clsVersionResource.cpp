@@ -1,21 +1,11 @@
 #include "platform/posix/clsVersionResource.h"
 
 #include "platform/clsWindowsPath.h"
+#include "platform/posix/clsTextResourceLine.h"
 
 namespace tovel {
 
 namespace {
-
-constexpr std::string_view kMarker = "VS_VERSION_INFO";
-// A real resource lies near the start of an image; the emulated one is looked for as far.
-constexpr size_t kSearchedBytes = 65536;
-
-std::string_view Trim(std::string_view text) {
-    const size_t first = text.find_first_not_of(" \t");
-    if (first == std::string_view::npos) return {};
-    const size_t last = text.find_last_not_of(" \t");
-    return text.substr(first, last - first + 1);
-}
 
 void Assign(FileVersionInfo& info, std::string_view key, std::string_view value) {
     const struct {
@@ -33,20 +23,11 @@ void Assign(FileVersionInfo& info, std::string_view key, std::string_view value)
 } // namespace
 
 std::optional<FileVersionInfo> clsVersionResource::Parse(std::string_view bytes) {
-    const std::string_view head = bytes.substr(0, kSearchedBytes);
-    const size_t at = head.find(kMarker);
-    if (at == std::string_view::npos) return std::nullopt;
-    std::string_view rest = head.substr(at + kMarker.size());
-    rest = rest.substr(0, rest.find_first_of("\r\n"));
+    const auto pairs = clsTextResourceLine::Parse(bytes, "VS_VERSION_INFO");
+    if (!pairs) return std::nullopt;
     FileVersionInfo info;
     info.translation = "040904B0";
-    while (!rest.empty()) {
-        const size_t end = rest.find(';');
-        const std::string_view pair = rest.substr(0, end);
-        const size_t equals = pair.find('=');
-        if (equals != std::string_view::npos) Assign(info, Trim(pair.substr(0, equals)), Trim(pair.substr(equals + 1)));
-        rest = end == std::string_view::npos ? std::string_view() : rest.substr(end + 1);
-    }
+    for (const auto& [key, value] : *pairs) Assign(info, key, value);
     return info;
 }
 
