@@ -44,7 +44,7 @@ TEST_F(EnvironmentTest, TheSystemVersionAndAPendingRestart) {
     (void)registry.DeleteValue(RegRoot::LocalMachine, kSessionManager, "PendingFileRenameOperations");
     EXPECT_TRUE(environment.CheckPendingRestart(""));
     ASSERT_TRUE(registry.SetValue(RegRoot::LocalMachine, kSessionManager, "PendingFileRenameOperations",
-                                  clsRegValue::MultiString({"\\??\\C:\\old.dll", ""})));
+                                  clsRegValue::MultiString({"\\??\\C:\\new.dll", "!\\??\\C:\\old.dll"})));
     std::string shown;
     SetMessageBoxHandler([&](const std::string& text, int, const std::string&) {
         shown = text;
