@@ -27,7 +27,7 @@ cp -a "$work/disc" "$work/disc-msi"
 sed -i 's/^OldForms=True/OldForms=False/' "$work/disc-msi/Setups.ini"
 mkdir -p "$out/msi"
 
-read -r -a pages <<<"${TOVEL_PAGES:-frmSetupLanguage frmWelcome2 frmLicense frmDestination frmInstallation frmDone frmMessage}"
+read -r -a pages <<<"${TOVEL_PAGES:-frmSetupLanguage frmWelcome2 frmLicense frmDestination frmCustomSetup frmInstallation frmDone frmMessage}"
 read -r -a languages <<<"${TOVEL_LANGUAGES:-1 0 5}"
 # An English (UK) Windows, as the unit tests have.
 export LC_ALL=en_GB.UTF-8 WINEPREFIX=$work/prefix WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml=;winemenubuilder.exe=d"
@@ -53,10 +53,9 @@ xvfb-run -a -s "-screen 0 800x600x24" bash -c '
   for language in $LANGUAGES; do
     for page in $PAGES; do open_page "$DISC" "$OUT" "$page" "$language"; done
   done
-  # The component page in English only: its German space labels and, in the Japanese font,
-  # its description beside the tree are still cut off (the layout needs room for both).
-  open_page "$DISC" "$OUT" frmCustomSetup 1
   for page in $MSI_PAGES; do open_page "$DISC-msi" "$OUT/msi" "$page" 1; done
+  # The component page has the most to fit: its other form in every language as well.
+  for language in $LANGUAGES; do open_page "$DISC-msi" "$OUT/msi" frmCustomSetup "$language"; done
   timeout 30 wineserver -w || wineserver -k
   exit $failed'
 echo "page-test: pages in $out"
