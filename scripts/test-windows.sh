@@ -7,8 +7,10 @@
 # copy of a prepared Wine prefix (Windows XP SP3, English (UK), windows without a display)
 # that is removed afterwards.
 # Further arguments go to each test program (e.g. --gtest_filter=Files*). Without arguments
-# the pages of the setup are opened too, under Xvfb (tests/win32/page-test.sh), and the
-# wizard is walked through to its end on the Windows sample disc (tests/win32/walk-test.sh).
+# the pages of the setup are opened too, under Xvfb (tests/win32/page-test.sh), the wizard
+# is walked through to its end on the Windows sample disc (tests/win32/walk-test.sh), a run
+# is restarted in its middle and resumed (tests/win32/restart-test.sh), and the disc is
+# installed silently from an answer file (tests/win32/silent-test.sh).
 #
 # Environment:
 #   TOVEL_WINE_CACHE     where the prepared prefix is kept (default ~/.cache/tovelsetup)
@@ -196,6 +198,12 @@ if [[ ${#test_args[@]} -eq 0 ]] && find "$build_dir" -name TOVELSETUP.EXE -type 
     else
         log "warning: no xvfb-run (apt-get install xvfb): the page test is skipped"
     fi
+    # On the prefix's null display: a restart in the middle of a run, and a silent run.
+    for wine_test in restart-test silent-test; do
+        wine_test_started=$SECONDS
+        "$(dirname "$0")/../tests/win32/$wine_test.sh" "$build_dir" "$base_prefix" || failed+=("$wine_test")
+        log "$wine_test: $((SECONDS - wine_test_started)) s"
+    done
 fi
 
 log "finished in $((SECONDS - started)) s"

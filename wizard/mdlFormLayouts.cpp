@@ -362,21 +362,24 @@ void AddComponentButtons(clsForm& form, const Look& look) {
 // its right edge; shown only when the disc lets products choose their drive on this page.
 void AddDriveChoice(clsForm& form, const Area& c, int x, int y) {
     form.Add(Label("DriveLabel", c.At(x, y + 30, 900, 255), "Drive:").Hidden());
-    form.Add(List("DriveList", c.Rest(x + 960, y, 600)).Hidden());
+    form.Add(List("DriveList", c.Rest(x + 960, y, 360)).Hidden());
 }
 
+// The tree with the status line under it; the description of the line under the cursor and
+// its drive beside it; the space the selection needs across the whole width at the foot, so
+// that the longer captions of other languages fit.
 clsForm CustomSetup(std::string_view name, const Look& look) {
     clsForm form = NewForm(name, look);
     const Area& c = look.content;
     AddTitle(form, look, "TitleLabel", "Select components");
     form.Add(Label("CustomSetupLabel", c.Row(0, 480), "Select the products to install."));
-    form.Add(Tree("ProductTree", c.At(0, 600, 3960, 2580)));
-    form.Add(Label("StatusLabel", c.At(0, 3285, 3960, 255), ""));
-    form.Add(Frame("DescriptionFrame", c.Rest(4200, 540, 1560), "Description"));
-    form.Add(Label("DescriptionLabel", c.At(4320, 840, c.width - 4440, 1140), ""));
-    AddDriveChoice(form, c, 4200, 2220);
-    form.Add(Label("SpaceRequiredLabel", c.Rest(4200, 2970, 255), "Space required:"));
-    form.Add(Label("SpaceAvailableLabel", c.Rest(4200, 3285, 255), "Space available:"));
+    form.Add(Tree("ProductTree", c.At(0, 600, 3960, 2280)));
+    form.Add(Label("StatusLabel", c.At(0, 2940, 3960, 255), ""));
+    form.Add(Frame("DescriptionFrame", c.Rest(4200, 540, 2280), "Description"));
+    form.Add(Label("DescriptionLabel", c.At(4320, 840, c.width - 4440, 1860), ""));
+    AddDriveChoice(form, c, 4200, 2880);
+    form.Add(Label("SpaceRequiredLabel", c.At(0, 3285, 3300, 255), "Space required:"));
+    form.Add(Label("SpaceAvailableLabel", c.Rest(3360, 3285, 255), "Space available:"));
     AddComponentButtons(form, look);
     return form;
 }

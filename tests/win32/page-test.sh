@@ -15,22 +15,20 @@ exe=$(find "$build_dir" -name TOVELSETUP.EXE -type f | head -n 1)
 [[ -n $exe ]] || { echo "page-test: no TOVELSETUP.EXE in $build_dir" >&2; exit 2; }
 command -v xvfb-run >/dev/null || { echo "page-test: xvfb-run is missing (apt-get install xvfb)" >&2; exit 2; }
 
+# shellcheck source=tests/win32/wine-bed.sh
+source "$source_dir/tests/win32/wine-bed.sh"
+bed_start page-test "$base_prefix"
 out=$build_dir/page-test
-work=$(mktemp -d "${TMPDIR:-/tmp}/tovel-pages.XXXXXX")
-trap 'WINEPREFIX=$work/prefix timeout 30 wineserver -k >/dev/null 2>&1 || true; rm -rf "$work"' EXIT
 rm -rf "$out" && mkdir -p "$out"
-cp -a --reflink=auto "$base_prefix/." "$work/prefix/" 2>/dev/null || { mkdir -p "$work/prefix" && cp -a "$base_prefix/." "$work/prefix/"; }
 cp -a "$source_dir/examples/disc" "$work/disc"
 cp "$exe" "$work/disc/"
-# The same disc with the other form set, for a few pages in English.
+# The same disc with the other form set.
 cp -a "$work/disc" "$work/disc-msi"
 sed -i 's/^OldForms=True/OldForms=False/' "$work/disc-msi/Setups.ini"
 mkdir -p "$out/msi"
 
-read -r -a pages <<<"${TOVEL_PAGES:-frmSetupLanguage frmWelcome2 frmLicense frmDestination frmInstallation frmDone frmMessage}"
+read -r -a pages <<<"${TOVEL_PAGES:-frmSetupLanguage frmWelcome2 frmLicense frmDestination frmCustomSetup frmInstallation frmDone frmMessage}"
 read -r -a languages <<<"${TOVEL_LANGUAGES:-1 0 5}"
-# An English (UK) Windows, as the unit tests have.
-export LC_ALL=en_GB.UTF-8 WINEPREFIX=$work/prefix WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml=;winemenubuilder.exe=d"
 read -r -a msi_pages <<<"${TOVEL_MSI_PAGES:-frmWelcome2 frmLicense frmDestination}"
 export PAGES="${pages[*]}" LANGUAGES="${languages[*]}" MSI_PAGES="${msi_pages[*]}" DISC=$work/disc OUT=$out
 # One X server and one Wine server for all pages: windows on a real (virtual) display, Wine
@@ -53,10 +51,9 @@ xvfb-run -a -s "-screen 0 800x600x24" bash -c '
   for language in $LANGUAGES; do
     for page in $PAGES; do open_page "$DISC" "$OUT" "$page" "$language"; done
   done
-  # The component page in English only: its German space labels and, in the Japanese font,
-  # its description beside the tree are still cut off (the layout needs room for both).
-  open_page "$DISC" "$OUT" frmCustomSetup 1
   for page in $MSI_PAGES; do open_page "$DISC-msi" "$OUT/msi" "$page" 1; done
+  # The component page has the most to fit: its other form in every language as well.
+  for language in $LANGUAGES; do open_page "$DISC-msi" "$OUT/msi" frmCustomSetup "$language"; done
   timeout 30 wineserver -w || wineserver -k
   exit $failed'
 echo "page-test: pages in $out"

@@ -9,21 +9,15 @@
 #   tests/win32/walk-test.sh BUILD_DIR BASE_PREFIX
 set -euo pipefail
 build_dir=$(cd "$1" && pwd)
-base_prefix=$2
 source_dir=$(cd "$(dirname "$0")/../.." && pwd)
-[[ -f $build_dir/disc/TOVELSETUP.EXE ]] || { echo "walk-test: no disc in $build_dir (target tovel_disc)" >&2; exit 2; }
 command -v xvfb-run >/dev/null || { echo "walk-test: xvfb-run is missing (apt-get install xvfb)" >&2; exit 2; }
-
-out=$build_dir/walk-test
-work=$(mktemp -d "${TMPDIR:-/tmp}/tovel-walk.XXXXXX")
-trap 'WINEPREFIX=$work/prefix timeout 30 wineserver -k >/dev/null 2>&1 || true; rm -rf "$work"' EXIT
-rm -rf "$out" && mkdir -p "$out"
-cp -a --reflink=auto "$base_prefix/." "$work/prefix/" 2>/dev/null || { mkdir -p "$work/prefix" && cp -a "$base_prefix/." "$work/prefix/"; }
-cp -a "$build_dir/disc" "$work/disc"
+# shellcheck source=tests/win32/wine-bed.sh
+source "$source_dir/tests/win32/wine-bed.sh"
+bed_disc walk-test "$build_dir" "$2"
 cp "$source_dir/tests/win32/walk.txt" "$work/walk.txt"
 
-export LC_ALL=en_GB.UTF-8 WINEPREFIX=$work/prefix WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml=;winemenubuilder.exe=d"
-export WALK="Z:${work//\//\\}\\walk.txt" DISC=$work/disc
+WALK=$(winpath "$work/walk.txt")
+export WALK DISC=$work/disc
 set +e
 xvfb-run -a -s "-screen 0 800x600x24" bash -c '
   wine reg delete "HKCU\Software\Wine\Drivers" /v Graphics /f >/dev/null 2>&1

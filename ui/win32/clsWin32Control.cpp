@@ -41,7 +41,9 @@ WindowKind KindOf(const clsFormControl& c) {
         return {L"LISTBOX", LBS_NOTIFY | LBS_NOINTEGRALHEIGHT | WS_VSCROLL | WS_TABSTOP, WS_EX_CLIENTEDGE};
     case ControlKind::Image:
         return {L"STATIC", static_cast<DWORD>(SystemIcon(c.picture) != nullptr ? SS_ICON : SS_BITMAP), 0};
-    case ControlKind::Frame: return {L"BUTTON", BS_GROUPBOX, 0};
+    // Transparent, so that the form, which clips its children, still paints the frame's
+    // inside; otherwise whatever was on the screen stays there.
+    case ControlKind::Frame: return {L"BUTTON", BS_GROUPBOX, WS_EX_TRANSPARENT};
     case ControlKind::TreeListView:
         return {WC_TREEVIEWW, TVS_HASLINES | TVS_HASBUTTONS | TVS_LINESATROOT | TVS_SHOWSELALWAYS | WS_TABSTOP | WS_VSCROLL,
                 WS_EX_CLIENTEDGE};
