@@ -1,5 +1,6 @@
 #include "app/mdlSetupRun.h"
 
+#include "configtool/clsControlConfigTool.h"
 #include "startup/Globals.h"
 #include "startup/Main.h"
 #include "startup/mdlLog.h"
@@ -19,8 +20,11 @@ void RunSetup(clsRenderer* renderer, const std::function<void()>& started) {
         UseMessageForm();
     }
     Main();
-    // The configuration tool's end is the program's end.
-    if (ShowConfig) EndProgram();
+    // Configuration mode: the tool instead of the wizard; its end is the program's end.
+    if (ShowConfig) {
+        ShowConfigurationTool();
+        EndProgram();
+    }
     if (started) started();
     RunWizard();
     // Only input that ran out before the Done page gets here: the user never finished. The

@@ -149,19 +149,35 @@ const std::vector<clsSetupsIni::Key>& clsSetupsIni::TextKeys() {
 }
 
 std::vector<clsSetupsIni::KnownKey> clsSetupsIni::KnownKeys() {
-    std::vector<KnownKey> known{{"SETTINGS", "Path", ValueKind::Text}};
+    std::vector<KnownKey> known{{"SETTINGS", "Path", ValueKind::Text, ""}};
+    const clsSetupsIni& defaults = Defaults();
     const auto add = [&](const char* section, const std::vector<Key>& keys) {
         for (const auto& key : keys) {
             const ValueKind kind = std::holds_alternative<bool clsSetupsIni::*>(key.member)      ? ValueKind::Boolean
                                    : std::holds_alternative<int32_t clsSetupsIni::*>(key.member) ? ValueKind::Number
                                                                                                  : ValueKind::Text;
-            known.push_back({section, key.name, kind});
+            const std::string defaultValue = std::visit(
+                [&](auto member) -> std::string {
+                    const auto& value = defaults.*member;
+                    using Value = std::remove_cvref_t<decltype(value)>;
+                    if constexpr (std::is_same_v<Value, std::string>) return value;
+                    else if constexpr (std::is_same_v<Value, bool>) return value ? "True" : "False";
+                    else return std::to_string(value);
+                },
+                key.member);
+            known.push_back({section, key.name, kind, defaultValue});
         }
     };
     add("SETTINGS", SettingsKeys());
     add("OS", OsKeys());
-    for (const char* section : {"LANGUAGES", "INFORMATIONFILES", "LICENSEFILES", "READMEFILES"}) {
-        for (const char* language : kLanguageNames) known.push_back({section, language, ValueKind::Text});
+    const std::pair<const char*, const std::array<std::string, kLanguageCount>*> fileSections[] = {
+        {"LANGUAGES", &defaults.languages_},
+        {"INFORMATIONFILES", &defaults.informationFiles_},
+        {"LICENSEFILES", &defaults.licenseFiles_},
+        {"READMEFILES", &defaults.readmeFiles_},
+    };
+    for (const auto& [section, values] : fileSections) {
+        for (int i = 0; i < kLanguageCount; ++i) known.push_back({section, kLanguageNames[i], ValueKind::Text, (*values)[i]});
     }
     for (int i = 0; i < kLanguageCount; ++i) add(i == kJapanese ? "JAPANESE" : kLanguageNames[i], TextKeys());
     return known;

@@ -47,6 +47,7 @@ public:
         std::string section;
         std::string name;
         ValueKind kind = ValueKind::Text;
+        std::string defaultValue;   ///< what a missing key reads as ("True", "0", "enable", "")
     };
 
     static constexpr int16_t kEnglish = 1;

@@ -77,14 +77,6 @@ void LookForRunToResume() {
     ContinuedAfterRestart = true;
 }
 
-// The configuration tool (an editor for Setups.ini and the description files) is not part of
-// this program yet; its entry point says so and ends.
-void ShowConfigurationTool() {
-    MsgBox("The configuration tool is not available in this version of TovelSetup.", mb::kOk | mb::kIconInformation,
-           ApplicationTitle);
-    EndProgram();
-}
-
 void AnalyseCommandLine(const std::string& line) {
     if (line.empty()) return;
     clsCommandLine commandLine;
@@ -165,8 +157,8 @@ void Main() {
     InitGlobals();
     const std::string line = Platform().System().CommandLine();
     if (clsString::LowerAscii(line).find("/showconfig") != std::string::npos) {
+        // The tool lies above start-up: the caller opens it (app/mdlSetupRun).
         ShowConfig = true;
-        ShowConfigurationTool();
         return;
     }
     gEnvironment->CheckAtStart(line);

@@ -67,7 +67,9 @@ void clsControlInstall::OnLoad() {
     int32_t status = 0;
     std::string failedLines;
     if (SilentMode) (void)clsSilentAnswers::Read();
-    if (ContinuedAfterRestart) {
+    // A page under test shows what would be installed; it neither resumes nor installs.
+    const bool resume = ContinuedAfterRestart && !TestFlag();
+    if (resume) {
         if (!ReadState(position, status, failedLines)) {
             LeavePage();
             return;
@@ -79,10 +81,11 @@ void clsControlInstall::OnLoad() {
         clsInstallPlan::Make(gApplications, gPacketItem.ProductCodes(), clsInstallContext::Current(ProductLanguages));
     FillProductLines(steps);
     run_ = std::make_unique<clsInstallRun>(*this, std::move(steps), gApplications);
-    if (ContinuedAfterRestart) {
+    if (resume) {
         run_->ResumeAt(position, status, failedLines);
         ShowDoneBeforeRestart(position, failedLines);
     }
+    if (TestFlag()) return;
     LogHeading("Installation");
     SetTimer(true);
 }
@@ -95,7 +98,7 @@ void clsControlInstall::ShowDoneBeforeRestart(int position, const std::string& f
 }
 
 void clsControlInstall::OnActivate() {
-    if (SilentMode && run_) RunUnattended();
+    if (SilentMode && run_ && !TestFlag()) RunUnattended();
 }
 
 void clsControlInstall::RunUnattended() {
@@ -171,6 +174,11 @@ void clsControlInstall::AbordBtnClick() {
 }
 
 void clsControlInstall::QueryUnload(int reason) {
+    if (TestFlag()) {
+        // Nothing runs under test: no question, and the work files stay.
+        FormQueryUnload2();
+        return;
+    }
     SetTimer(false);
     DoEvents();
     if (!run_ || run_->Complete()) {

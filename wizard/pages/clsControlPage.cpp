@@ -13,7 +13,7 @@
 namespace tovel {
 
 void clsControlPage::Initialize() {
-    const bool oldForms = gSetupsIni == nullptr || gSetupsIni->OldForms();
+    const bool oldForms = oldForms_.value_or(gSetupsIni == nullptr || gSetupsIni->OldForms());
     form_ = CreateForm(FormName(oldForms));
     form_.SetCaption(ApplicationTitle);
     form_.SetEvents(this);

@@ -9,7 +9,9 @@
 // button itself, so that no page ever waits for a person.
 //
 // With the test flag (a page opened on its own, outside the wizard) the page never calls the
-// dialog order: Cancel and the close box just unload the form.
+// dialog order: Cancel and the close box just unload the form. A page tester may also choose
+// the form set itself, whatever OldForms says.
+#include <optional>
 #include <string>
 
 #include "wizard/clsDialogOrder.h"
@@ -34,6 +36,8 @@ public:
 
     void SetTestFlag(bool test) { test_ = test; }
     [[nodiscard]] bool TestFlag() const { return test_; }
+    /// The form set to show (true: classic), in place of the disc's OldForms.
+    void SetFormSet(bool oldForms) { oldForms_ = oldForms; }
     [[nodiscard]] clsForm& Form() { return form_; }
     [[nodiscard]] const std::string& Page() const { return page_; }
 
@@ -69,6 +73,7 @@ private:
     std::string page_;
     clsForm form_;
     bool test_ = false;
+    std::optional<bool> oldForms_;
 };
 
 } // namespace tovel
