@@ -29,9 +29,9 @@ constexpr const char* kSectionsAcross[] = {"GENERAL", "DEPENDENCIES", "SETUP_DEP
 
 void KeepLinesAcross(std::unordered_map<std::string, size_t>& lines) {
     std::erase_if(lines, [](const auto& entry) {
-        const std::string section = entry.first.substr(0, entry.first.find('\n'));
-        return std::none_of(std::begin(kSectionsAcross), std::end(kSectionsAcross),
-                            [&section](const char* kept) { return section == clsIniText::FoldName(kept); });
+        const std::string_view section = std::string_view(entry.first).substr(0, entry.first.find('\n'));
+        // The names are upper case already, as FoldName gives them.
+        return std::none_of(std::begin(kSectionsAcross), std::end(kSectionsAcross), [&section](const char* kept) { return section == kept; });
     });
 }
 
