@@ -121,7 +121,7 @@ int PrintPlan(const std::string& format) {
     clsSSFSearch().Run();
     const std::string folder = clsSSFSearch::ProductFolder();
     if (format == "json") {
-        const auto steps = clsInstallPlan::Make(gApplications, clsInstallPlan::CatalogueOrder(gApplications), clsInstallContext::Current(""));
+        const auto steps = clsInstallPlan::Make(gApplications, clsInstallPlan::CatalogueOrder(gApplications), clsInstallPlan::PlanContext(gApplications));
         std::cout << clsPlanJson::Text(gApplications, gPackets, folder, steps);
     } else if (format == "dot") {
         std::cout << clsPlanDot::Text(gApplications, gPackets, folder);

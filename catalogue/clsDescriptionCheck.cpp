@@ -29,9 +29,9 @@ constexpr const char* kSectionsAcross[] = {"GENERAL", "DEPENDENCIES", "SETUP_DEP
 
 void KeepLinesAcross(std::unordered_map<std::string, size_t>& lines) {
     std::erase_if(lines, [](const auto& entry) {
-        const std::string section = entry.first.substr(0, entry.first.find('\n'));
-        return std::none_of(std::begin(kSectionsAcross), std::end(kSectionsAcross),
-                            [&section](const char* kept) { return section == clsIniText::FoldName(kept); });
+        const std::string_view section = std::string_view(entry.first).substr(0, entry.first.find('\n'));
+        // The names are upper case already, as FoldName gives them.
+        return std::none_of(std::begin(kSectionsAcross), std::end(kSectionsAcross), [&section](const char* kept) { return section == kept; });
     });
 }
 
@@ -83,6 +83,12 @@ private:
 size_t DescribedFile::LineOf(const std::string& section, const std::string& key) const {
     const auto found = lines.find(LineKey(section, key));
     return found == lines.end() ? 0 : found->second;
+}
+
+bool clsDescriptionCheck::SetupPresence::Exists(const std::string& path) {
+    const auto [at, fresh] = known_.try_emplace(path, false);
+    if (fresh) at->second = Platform().Files().FileExists(path);
+    return at->second;
 }
 
 clsDescriptionCheck::clsDescriptionCheck(std::vector<int> languages, std::string productFolder)
@@ -167,13 +173,21 @@ void clsDescriptionCheck::ReadProduct(clsIniFile& ini, const std::vector<IniLine
                                       std::vector<DiscFinding>& findings) const {
     file.kind = DescribedFile::Kind::Product;
     const auto sections = TextSections(ini);
+    // The sections other than the text section read the same in every language: the record
+    // is read whole once, then only the text section of each further language.
+    SetupPresence present;
     for (const auto& section : sections) {
-        clsSIFApplicationItem item;
         DefaultLanguage = static_cast<int16_t>(section.languages.front());
-        item.Read(ini, productFolder_);
-        CheckTextSection(item, section, outline, file, findings);
+        clsSIFApplicationItem item;
+        const bool first = file.product.SIFFileName.empty();
+        if (first) {
+            item.Read(ini, productFolder_);
+        } else {
+            item.ReadTextSection(ini, productFolder_);
+        }
+        CheckTextSection(item, section, outline, file, present, findings);
         if (!section.name.empty()) file.textSections.push_back(section.name);
-        if (file.product.SIFFileName.empty()) file.product = std::move(item);
+        if (first) file.product = std::move(item);
     }
     if (sections.empty()) file.product.Read(ini, productFolder_);
     CheckTerm(file, "GENERAL", "TermToInstall", file.product.TermToInstall, findings);
@@ -251,7 +265,7 @@ size_t HeaderLine(const std::vector<IniLine>& outline, const std::string& sectio
 
 void clsDescriptionCheck::CheckTextSection(const clsSIFApplicationItem& item, const TextSection& section,
                                            const std::vector<IniLine>& outline, const DescribedFile& file,
-                                           std::vector<DiscFinding>& findings) const {
+                                           SetupPresence& present, std::vector<DiscFinding>& findings) const {
     const std::string languages = LanguageList(section.languages);
     const auto add = [&](size_t line, FindingSeverity severity, const std::string& text) {
         findings.push_back({file.path, line, severity, text});
@@ -272,7 +286,7 @@ void clsDescriptionCheck::CheckTextSection(const clsSIFApplicationItem& item, co
     if (item.SetupFile.empty()) {
         add(header, FindingSeverity::Error, "no SetupFile in [" + section.name + "]: the product cannot be installed in " + languages);
     } else if (clsString::LowerAscii(item.SetupFile).find("msiexec.exe") == std::string::npos &&
-               !Platform().Files().FileExists(item.SetupFile)) {
+               !present.Exists(item.SetupFile)) {
         add(setupLine, FindingSeverity::Error, "the setup program " + item.SetupFile + " is not on the disc");
     }
     if (item.Description.empty() && !clsString::EqualNoCaseAscii(section.name, "Japanese")) {

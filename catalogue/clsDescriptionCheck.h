@@ -47,12 +47,22 @@ private:
         std::string name;
         std::vector<int> languages;
     };
+    /// Whether setup programs are there, each looked for once per file: the languages of a
+    /// file mostly name the same one.
+    class SetupPresence {
+    public:
+        [[nodiscard]] bool Exists(const std::string& path);
+
+    private:
+        std::unordered_map<std::string, bool> known_;
+    };
+
     [[nodiscard]] std::vector<TextSection> TextSections(clsIniFile& ini) const;
     void ReadProduct(clsIniFile& ini, const std::vector<IniLine>& outline, DescribedFile& file,
                      std::vector<DiscFinding>& findings) const;
     void ReadPacket(clsIniFile& ini, DescribedFile& file, std::vector<DiscFinding>& findings) const;
     void CheckTextSection(const clsSIFApplicationItem& item, const TextSection& section, const std::vector<IniLine>& outline,
-                          const DescribedFile& file, std::vector<DiscFinding>& findings) const;
+                          const DescribedFile& file, SetupPresence& present, std::vector<DiscFinding>& findings) const;
     void AllowUnofferedSections(clsIniFile& ini, clsIniKeyCheck& known) const;
     static void MessageTexts(const DescribedFile& file, clsIniKeyCheck& known, std::vector<DiscFinding>& findings);
     static void CheckTerm(const DescribedFile& file, const char* section, const char* key, const std::string& term,

@@ -20,7 +20,12 @@ std::string FamilyOf(const std::string& key) {
 } // namespace
 
 void clsIniKeyCheck::AddKnown(const std::string& section, const std::string& key) {
-    Known& known = sections_[clsIniText::FoldName(section)];
+    // Readers ask for many keys of one section in a row: its entry is looked up once for them.
+    if (last_ == nullptr || section != lastSection_) {
+        last_ = &sections_[clsIniText::FoldName(section)];
+        lastSection_ = section;
+    }
+    Known& known = *last_;
     if (known.name.empty()) known.name = section;
     if (key.empty()) return;
     if (known.keys.insert(clsIniText::FoldName(key)).second) known.names.push_back(key);

@@ -15,6 +15,13 @@ namespace tovel {
 
 class clsIniKeyCheck {
 public:
+    clsIniKeyCheck() = default;
+    // A copy would point into the other's map; a move keeps the map's nodes.
+    clsIniKeyCheck(const clsIniKeyCheck&) = delete;
+    clsIniKeyCheck& operator=(const clsIniKeyCheck&) = delete;
+    clsIniKeyCheck(clsIniKeyCheck&&) = default;
+    clsIniKeyCheck& operator=(clsIniKeyCheck&&) = default;
+
     /// A key the setup reads; an empty key makes only the section known.
     void AddKnown(const std::string& section, const std::string& key);
     /// A section whose keys are someone else's: any key in it is fine.
@@ -35,6 +42,8 @@ private:
     [[nodiscard]] std::string UnknownSectionText(const IniLine& line) const;
 
     std::unordered_map<std::string, Known> sections_;   ///< by folded name
+    std::string lastSection_;                           ///< as AddKnown was last given it
+    Known* last_ = nullptr;                             ///< its entry (nodes of the map stay put)
 };
 
 } // namespace tovel

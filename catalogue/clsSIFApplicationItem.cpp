@@ -57,14 +57,8 @@ std::string clsSIFApplicationItem::SIFFolder() const {
 void clsSIFApplicationItem::Read(clsIniFile& ini, const std::string& productFolder) {
     *this = clsSIFApplicationItem();
     const std::string sifPath = ini.FullPath();
-    SIFFileName = sifPath;
-    const std::string sifFolder = SIFFolder();
-    const SetupFileBase base = clsFileDisk::SetupFileBaseOf(sifFolder, productFolder);
-    SetupDiscNumber = base.discNumber;
-
     Step(sifPath, "GENERAL", [&] { ReadGeneral(ini); });
-    Step(sifPath, "language section", [&] { ReadLanguageSection(ini, sifFolder, base); });
-    Step(sifPath, "lists", [&] { ReadLists(ini); });
+    ReadTextSection(ini, productFolder);
     Step(sifPath, "DEPENDENCIES", [&] {
         ini.SetSectionName("DEPENDENCIES");
         ReadFamily(ini, "Dependence", [&](int, const std::string& code) { AddDependence(code); });
@@ -78,6 +72,29 @@ void clsSIFApplicationItem::Read(clsIniFile& ini, const std::string& productFold
     Step(sifPath, "versions section", [&] {
         VersionRules = SSFVersion.empty() ? clsSSFFilesOld::ReadVersionsSection(ini) : clsSSFFilesV520::ReadVersionsSection(ini);
     });
+    Step(sifPath, "OPFILEENTRIES_BEGIN", [&] { OptionFileEntries = ReadOptionFileEntries(ini); });
+}
+
+std::vector<IniEntry> clsSIFApplicationItem::ReadOptionFileEntries(clsIniFile& sif) {
+    sif.SetSectionName("OPFILEENTRIES_BEGIN");
+    std::vector<IniEntry> entries;
+    for (const auto& entry : sif.GetSectEntriesEx()) {
+        const std::string key = clsString::Trim(entry.key);
+        if (key.empty()) continue;
+        // Read through GetString so a value is unquoted and trimmed as every other value is.
+        const std::string value = sif.GetString(key, "");
+        if (!value.empty()) entries.push_back({key, value});
+    }
+    return entries;
+}
+
+void clsSIFApplicationItem::ReadTextSection(clsIniFile& ini, const std::string& productFolder) {
+    SIFFileName = ini.FullPath();
+    const std::string sifFolder = SIFFolder();
+    const SetupFileBase base = clsFileDisk::SetupFileBaseOf(sifFolder, productFolder);
+    SetupDiscNumber = base.discNumber;
+    Step(SIFFileName, "language section", [&] { ReadLanguageSection(ini, sifFolder, base); });
+    Step(SIFFileName, "lists", [&] { ReadLists(ini); });
 }
 
 void clsSIFApplicationItem::ReadGeneral(clsIniFile& ini) {
@@ -111,6 +128,12 @@ void clsSIFApplicationItem::ReadGeneral(clsIniFile& ini) {
 
 void clsSIFApplicationItem::ReadLists(clsIniFile& ini) {
     ini.SetSectionName(ProdInfoSection);
+    startOnBegin_.clear();
+    notStartOnEnd_.clear();
+    applicationTitles_.clear();
+    pathCriteria_.clear();
+    deinstallTests_.clear();
+    deinstallMatches_.clear();
     ReadFamily(ini, "StartOnBegin", [&](int n, const std::string& program) {
         AddStartOnBegin(program, ini.GetString("ParaStartOnBegin" + std::to_string(n), ""));
     });

@@ -20,6 +20,7 @@
 #include "catalogue/clsSetupTerm.h"
 #include "catalogue/mdlCatalogueCodes.h"
 #include "common/clsFileDisk.h"
+#include "settings/clsIniText.h"
 
 namespace tovel {
 
@@ -145,6 +146,10 @@ public:
     std::string Languages;             ///< letters of the product languages chosen: "AB"
     std::string InstallationComment;   ///< what the run noted about the product's installation
 
+    /// The keys of OPFILEENTRIES_BEGIN with a value, as read with the rest of the file: the
+    /// plan shows them; the installation reads the file again when it writes OPFILE.TXT.
+    std::vector<IniEntry> OptionFileEntries;
+
     // The installed version and what to do about it
     std::string InstalledVersion;
     VersionDecision Versions;
@@ -155,6 +160,12 @@ public:
     void Read(const std::string& sifPath, const std::string& productFolder);
     /// The same from a file already bound to an INI object (its section is changed).
     void Read(clsIniFile& sif, const std::string& productFolder);
+    /// The keys of OPFILEENTRIES_BEGIN with a value (unquoted and trimmed as any value).
+    [[nodiscard]] static std::vector<IniEntry> ReadOptionFileEntries(clsIniFile& sif);
+    /// Reads again only what the text section of the setup language gives (its texts, the
+    /// setup program, the lists read from it), keeping the rest: a check of every language
+    /// of a file need not read its other sections once per language.
+    void ReadTextSection(clsIniFile& sif, const std::string& productFolder);
 
     // SETUP_DEPENDENCIES
     void AddSetupDependence(const std::string& code, DependenceType type, const std::string& requirements);

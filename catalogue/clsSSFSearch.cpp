@@ -31,10 +31,13 @@ void Collect(const std::string& folder, int depth, const clsSSFSearch::Progress&
         stopped = true;
         return;
     }
-    auto entries = Platform().Files().ListFolder(folder);
-    std::sort(entries.begin(), entries.end(), [](const FileEntry& a, const FileEntry& b) {
-        return clsWindowsPath::FoldCase(a.name) < clsWindowsPath::FoldCase(b.name);
-    });
+    // Each name is folded once, not once per comparison: a folder may hold a thousand products.
+    std::vector<std::pair<std::string, FileEntry>> sorted;
+    for (auto& entry : Platform().Files().ListFolder(folder)) sorted.emplace_back(clsWindowsPath::FoldCase(entry.name), std::move(entry));
+    std::sort(sorted.begin(), sorted.end(), [](const auto& a, const auto& b) { return a.first < b.first; });
+    std::vector<FileEntry> entries;
+    entries.reserve(sorted.size());
+    for (auto& [folded, entry] : sorted) entries.push_back(std::move(entry));
     for (const auto& entry : entries) {
         if (!entry.isFolder && IsSSF(entry.name)) found.push_back(folder + entry.name);
     }

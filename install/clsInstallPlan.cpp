@@ -1,6 +1,8 @@
 #include "install/clsInstallPlan.h"
 
+#include <memory>
 #include <sstream>
+#include <unordered_map>
 
 #include "common/clsString.h"
 #include "install/clsDeinstall.h"
@@ -171,8 +173,19 @@ std::string clsInstallPlan::Text(const std::vector<InstallStep>& steps) {
     return text;
 }
 
+InstallContext clsInstallPlan::PlanContext(const clsSIFApplication& applications) {
+    InstallContext context = clsInstallContext::Current("");
+    auto read = std::make_shared<std::unordered_map<std::string, const std::vector<IniEntry>*>>();
+    for (const auto& item : applications.Items()) read->try_emplace(item.SIFFileName, &item.OptionFileEntries);
+    context.extraEntries = [read](const std::string& sifPath) {
+        const auto found = read->find(sifPath);
+        return found == read->end() ? clsOptionFile::ExtraEntries(sifPath) : *found->second;
+    };
+    return context;
+}
+
 std::string clsInstallPlan::Text(const clsSIFApplication& applications) {
-    return Text(Make(applications, CatalogueOrder(applications), clsInstallContext::Current("")));
+    return Text(Make(applications, CatalogueOrder(applications), PlanContext(applications)));
 }
 
 } // namespace tovel

@@ -73,7 +73,11 @@ public:
     [[nodiscard]] static std::vector<std::string> CatalogueOrder(const clsSIFApplication& applications);
     /// The steps as text, headed "Installation steps".
     [[nodiscard]] static std::string Text(const std::vector<InstallStep>& steps);
-    /// The plan of the whole catalogue in its order with this run's context, as text.
+    /// This run's context for a plan printed right after the search: the entries of
+    /// OPFILEENTRIES_BEGIN are the ones the records were read with, so no file is read again.
+    /// The records must outlive the context.
+    [[nodiscard]] static InstallContext PlanContext(const clsSIFApplication& applications);
+    /// The plan of the whole catalogue in its order with PlanContext, as text.
     [[nodiscard]] static std::string Text(const clsSIFApplication& applications);
 };
 

@@ -90,16 +90,7 @@ std::vector<OptionRequest> clsOptionFile::Requests(const clsSIFApplicationItem& 
 std::vector<IniEntry> clsOptionFile::ExtraEntries(const std::string& sifPath) {
     clsIniFile sif;
     sif.SetFullPath(sifPath);
-    sif.SetSectionName("OPFILEENTRIES_BEGIN");
-    std::vector<IniEntry> entries;
-    for (const auto& entry : sif.GetSectEntriesEx()) {
-        const std::string key = clsString::Trim(entry.key);
-        if (key.empty()) continue;
-        // Read through GetString so a value is unquoted and trimmed as every other value is.
-        const std::string value = sif.GetString(key, "");
-        if (!value.empty()) entries.push_back({key, value});
-    }
-    return entries;
+    return clsSIFApplicationItem::ReadOptionFileEntries(sif);
 }
 
 std::vector<OptionRequest> clsOptionFile::Merged(const std::vector<OptionRequest>& requests,

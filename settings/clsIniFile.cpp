@@ -119,6 +119,8 @@ const clsIniText* clsIniFile::Parsed(const std::string& path, std::string_view b
 }
 
 const clsIniText* clsIniFile::Current() {
+    // A file read once answers from memory while the object stays bound to the same path.
+    if (readOnce_ && text_ && !useWinIni_ && !IsBareFileName(path_) && path_ == loadedPath_) return &*text_;
     const std::string path = FullPath();
     if (!text_ || path != loadedPath_) return Load(path);
     if (readOnce_) return &*text_;
@@ -181,7 +183,7 @@ std::string clsIniFile::GetString(const std::string& key, const std::string& def
         if (!CheckRegistered()) return defaultValue;
         const clsIniText* text = Current();
         if (text == nullptr) return defaultValue;
-        const auto value = text->Value(section_, key);
+        const auto value = text->ValueView(section_, key);
         return value ? TrimSpaces(*value) : defaultValue;
     } catch (const std::exception& e) {
         Report(path_ + ": reading " + key + ": " + e.what());
@@ -197,7 +199,7 @@ int32_t clsIniFile::GetInt(const std::string& key, int32_t defaultValue) {
         if (!CheckRegistered()) return defaultValue;
         const clsIniText* text = Current();
         if (text == nullptr) return defaultValue;
-        const auto value = text->Value(section_, key);
+        const auto value = text->ValueView(section_, key);
         // An empty value counts as a missing one, as for GetPrivateProfileInt.
         return value && !value->empty() ? clsIniText::ProfileInt(*value) : defaultValue;
     } catch (const std::exception& e) {

@@ -376,11 +376,16 @@ std::optional<size_t> clsIniText::FindKey(const Section& section, std::string_vi
 }
 
 std::optional<std::string> clsIniText::Value(std::string_view section, std::string_view key) const {
+    const auto value = ValueView(section, key);
+    return value ? std::optional<std::string>(std::string(*value)) : std::nullopt;
+}
+
+std::optional<std::string_view> clsIniText::ValueView(std::string_view section, std::string_view key) const {
     const Section* block = FirstBlock(section);
     if (block == nullptr) return std::nullopt;
     const auto index = FindKey(*block, key);
     if (!index) return std::nullopt;
-    return std::string(CutChars(Unquoted(lines_[*index].Val()), kMaxValueChars));
+    return CutChars(Unquoted(lines_[*index].Val()), kMaxValueChars);
 }
 
 std::vector<std::string> clsIniText::SectionNames() const {

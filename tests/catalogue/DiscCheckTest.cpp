@@ -25,7 +25,8 @@ const Files& CleanDisc() {
         {"Products\\A.ssf",
          "[GENERAL]\r\nFileType=ssf\r\nProductCode=A\r\nDefaultPath=%ProgramPath%A\r\n"
          "TermToInstall=t;registry;HKEY_LOCAL_MACHINE\\SOFTWARE\\A\\Version;regsz;=>;1.0;uncheckbox;uncheckbox\r\n"
-         "[LANGUAGES]\r\nLanguageX=English\r\n[English]\r\nDescription=A\r\nSetupFile=a.exe\r\n"},
+         "[LANGUAGES]\r\nLanguageX=English\r\n[English]\r\nDescription=A\r\nSetupFile=a.exe\r\n"
+         "[OPFILEENTRIES_BEGIN]\r\nLicence=42\r\n"},
         {"Products\\a.exe", "MZ"},
         {"Products\\B.ssf",
          "[GENERAL]\r\nFileType=ssf\r\nProductCode=B\r\n[LANGUAGES]\r\nLanguageX=English\r\n"
@@ -85,6 +86,12 @@ const std::vector<BrokenDisc>& BrokenDiscs() {
          "Setups.ini", 3, S::Error, "Level=high is no number; the setup reads 0"},
         {"Path naming no folder", {{"Setups.ini", "[SETTINGS]\r\nPath=Q\r\n[LANGUAGES]\r\nGerman=hide\r\nEnglish=enable\r\nFrench=hide\r\nSpanish=hide\r\nItalian=hide\r\nJapanese=hide\r\n[English]\r\nAppTitle=T\r\n"}},
          "Setups.ini", 2, S::Error, "names no folder"},
+        {"setup file missing in the second language",
+         {{"Setups.ini", "[SETTINGS]\r\nPath=Products\r\n[LANGUAGES]\r\nGerman=enable\r\nEnglish=enable\r\nFrench=hide\r\nSpanish=hide\r\nItalian=hide\r\nJapanese=hide\r\n[German]\r\nAppTitle=T\r\n[English]\r\nAppTitle=T\r\n"},
+          {"Products\\C.ssf", "[GENERAL]\r\nFileType=ssf\r\nProductCode=C\r\n[LANGUAGES]\r\nLanguageA=German\r\nLanguageB=English\r\n"
+                              "[German]\r\nDescription=C\r\nSetupFile=a.exe\r\nStartOnBegin1=a.exe\r\n"
+                              "[English]\r\nDescription=C\r\nSetupFile=gone.exe\r\nStartOnBegin1=a.exe\r\n"}},
+         "Products\\C.ssf", 13, S::Error, "gone.exe is not on the disc"},
         {"no FileType", {{"Products\\C.ssf", "[GENERAL]\r\nProductCode=C\r\n"}}, "Products\\C.ssf", 0, S::Warning, "the setup skips this file"},
         {"NUL byte", {{"Products\\C.ssf", Product("C", "", std::string("Build=1\0x\r\n", 11))}}, "Products\\C.ssf", 4, S::Warning, "holds a NUL byte"},
     };

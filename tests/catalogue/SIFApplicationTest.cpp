@@ -12,6 +12,7 @@
 #include "catalogue/clsSIFApplication.h"
 #include "catalogue/clsSIFDetection.h"
 #include "common/clsFileDisk.h"
+#include "settings/clsIniFile.h"
 #include "tests/catalogue/CatalogueFixture.h"
 
 namespace tovel {
@@ -154,6 +155,28 @@ TEST_F(SIFApplication, TheSetupLanguagePicksTheTextSection) {
         EXPECT_EQ(item.Description, c.description) << c.language;
         EXPECT_EQ(item.AvailableLanguages, "AJ");   // "Error" counts as absent
     }
+}
+
+TEST_F(SIFApplication, ATextSectionReadAgainGivesWhatAWholeReadInThatLanguageGives) {
+    const std::string file =
+        "[GENERAL]\r\nProductCode=P\r\nBuild=2\r\n[LANGUAGES]\r\nLanguageA=Deutsch\r\nLanguageB=English\r\n"
+        "[Deutsch]\r\nDescription=Basis\r\nSetupFile=de\\setup.exe\r\nStartOnBegin1=a.exe\r\nStartOnBegin2=b.exe\r\n"
+        "[English]\r\nDescription=Base\r\nSetupFile=en\\setup.exe\r\nStartOnBegin1=c.exe\r\n"
+        "[OPFILEENTRIES_BEGIN]\r\nSetupMode=Expert\r\nEmpty=\r\nQuoted=\"a b\"\r\n";
+    DefaultLanguage = 0;
+    auto again = ReadProduct("p.ssf", file);
+    EXPECT_EQ(again.OptionFileEntries, (std::vector<IniEntry>{{"SetupMode", "Expert"}, {"Quoted", "a b"}}));
+    DefaultLanguage = 1;
+    const auto whole = ReadProduct("p.ssf", file);
+    clsIniFile ini;
+    ini.SetFullPath(bed_->folder + "p.ssf");
+    again.ReadTextSection(ini, bed_->folder);
+    EXPECT_EQ(again.ProdInfoSection, "English");
+    EXPECT_EQ(again.Description, whole.Description);
+    EXPECT_EQ(again.SetupFile, whole.SetupFile);
+    EXPECT_EQ(again.StartOnBeginCount(), 1);   // the lists of the first language are gone
+    EXPECT_EQ(again.GetStartOnBeginProgram(1), whole.GetStartOnBeginProgram(1));
+    EXPECT_EQ(again.Build, "2");               // the rest stays
 }
 
 TEST_F(SIFApplication, JapaneseTextsComeFromTheLanguageTextFile) {
