@@ -23,6 +23,7 @@ struct ProductDisc {
     std::map<std::string, std::string> general;     ///< more [GENERAL] lines of a description file
     std::map<std::string, std::string> sections;    ///< more text (lines, sections) at a file's end
     std::string settings;                           ///< more [SETTINGS] lines of Setups.ini
+    bool createLog = true;                          ///< the disc asks for the log (else only /log does)
 };
 
 /// "PROD07" for 7.
@@ -35,7 +36,7 @@ protected:
     void WriteProductDisc(const ProductDisc& disc) {
         WriteDisc("Setups.ini",
                   "[SETTINGS]\r\nPath=Products\r\nDiscID=PD-1\r\nDiscName=Product Disc\r\nCDTitle=Product Disc\r\n"
-                  "CreateLogFile=True\r\nWelcomeTimeout=0\r\nAutoResumeAfterRestart=True\r\n"
+                  "CreateLogFile=" + std::string(disc.createLog ? "True" : "False") + "\r\nWelcomeTimeout=0\r\nAutoResumeAfterRestart=True\r\n"
                   "ShowIdentificationForm=False\r\nShowDriveSelectionForm=False\r\n" +
                       disc.settings +
                       "[OS]\r\nPlattformIDAllowed=2\r\nWinXP=True\r\n"
