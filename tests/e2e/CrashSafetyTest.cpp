@@ -44,6 +44,11 @@ protected:
         WriteProductDisc(disc);
         UseFakeSetupsOnADrivenClock();
     }
+    void TearDown() override {
+        std::error_code ec;
+        for (const auto& copy : kept_) std::filesystem::remove_all(copy, ec);
+        ProductDiscRun::TearDown();
+    }
 
     /// Starts tovelsetup on the machine in its own process group (booting the machine first,
     /// or not), the script as its input.
@@ -101,9 +106,10 @@ protected:
     [[nodiscard]] bool ResumeRegistered() const {
         return ReadMachine("registry.reg").find("\"ZZZ_TovelSetup\"=") != std::string::npos;
     }
-    [[nodiscard]] std::filesystem::path Keep(const std::string& name) const {
+    [[nodiscard]] std::filesystem::path Keep(const std::string& name) {
         const std::filesystem::path copy = Machine().string() + "-" + name;
         std::filesystem::copy(Machine(), copy, std::filesystem::copy_options::recursive);
+        kept_.push_back(copy);
         return copy;
     }
     void Restore(const std::filesystem::path& kept) const {
@@ -139,6 +145,8 @@ protected:
             ASSERT_LE(FakeLogCount(ProductCode(i) + ": start"), 1U) << "kill " << kill << "\n" << FakeLog();
         }
     }
+
+    std::vector<std::filesystem::path> kept_;   ///< the machines as each restart left them
 };
 
 TEST_F(CrashSafety, ATenProductRunWithTwoRestartsCutOffAtRandomMomentsGoesOnFromAWholeStateOrNotAtAll) {
