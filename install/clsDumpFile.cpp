@@ -5,7 +5,6 @@
 #include "common/mdlMessage.h"
 #include "language/clsBuiltinTexts.h"
 #include "platform/clsPlatform.h"
-#include "platform/clsWindowsCommandLine.h"
 #include "settings/clsIniFile.h"
 #include "settings/clsIniWriter.h"
 #include "startup/Globals.h"
@@ -43,15 +42,10 @@ std::string Now() {
     return system.LongDate(now) + " " + system.LongTime(now);
 }
 
-// The program's file name without its extension, as the command line names it.
-std::string ProgramName() {
-    const std::string program = clsWindowsCommandLine::SplitProgram(Platform().System().CommandLine()).program;
-    const size_t slash = program.find_last_of("\\/:");
-    std::string name = program.substr(slash == std::string::npos ? 0 : slash + 1);
-    const size_t dot = name.find_last_of('.');
-    if (dot != std::string::npos) name.erase(dot);
-    return name.empty() ? "TovelSetup" : name;
-}
+// The program's file name without its extension: the disc's TOVELSETUP.EXE (Windows finds it
+// without regard to case). The command line the platform gives holds only the arguments, so
+// it cannot name the program: a silent start would register its answer file as the program.
+constexpr const char* kProgramName = "TovelSetup";
 
 // The disc's name in Setups.ini of the source folder; nullopt when that file is missing.
 std::optional<std::string> SourceDiscName() {
@@ -108,7 +102,7 @@ std::string clsDumpFile::DumpFilePath() { return WorkFolder + kFileName; }
 
 std::string clsDumpFile::ProgramPath() {
     const bool ends = !HomePath.empty() && (HomePath.back() == '\\' || HomePath.back() == '/');
-    return HomePath + (ends ? "" : "\\") + ProgramName() + ".EXE";
+    return HomePath + (ends ? "" : "\\") + kProgramName + ".EXE";
 }
 
 void clsDumpFile::WriteKeys(const KeySink& put) const {

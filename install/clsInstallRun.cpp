@@ -186,10 +186,12 @@ void clsInstallRun::Launch(const InstallStep& step, const clsSIFApplicationItem*
     clsOptionFile file;
     (void)file.CreateOptionFile(step);   // a setup without its answers may still ask for them itself
     command_ = step.commandLine;
+    // A state saved for an earlier restart is void once a new setup runs. It goes before the
+    // start: a machine switched off between the two would otherwise resume at this product
+    // and run its setup a second time.
+    DeleteWorkFile("INSTDUMP.TMP");
     processId_ = clsSetupLauncher::Start(step);
     if (processId_) {
-        // A state saved for an earlier restart is void once a new setup runs.
-        DeleteWorkFile("INSTDUMP.TMP");
         if (step.deinstallListEntry && gSetupsIni) {
             (void)clsDeinstallList(gSetupsIni->UninstallKey())
                 .Record(step.productCode, clsDeinstallList::DeinstallKeysOf(step.sifFileName),

@@ -40,6 +40,13 @@ void clsRestartNow::SaveForResume(const RestartState& state) {
     if (Platform().Files().FileExists(opfile)) (void)Platform().Files().DeleteFile(opfile);
 }
 
+void clsRestartNow::ForgetResume() {
+    const clsRegistry runOnce(RegRoot::LocalMachine, kRunOnceKey);
+    if (runOnce.ValueExist(kRunOnceValue) && runOnce.DeleteValue(kRunOnceValue)) {
+        LogIfEnabled(std::string("Resume entry deleted: ") + kRunOnceValue);
+    }
+}
+
 bool clsRestartNow::RestartWindows() {
     if (!clsSystem::DoRestart()) return false;
     ExitStatus = kRestartStarted;

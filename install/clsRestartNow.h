@@ -26,6 +26,11 @@ public:
     /// The state file, the RunOnce entry when asked, OPFILE.TXT deleted: what a resume needs.
     /// Also when Windows itself ends the program.
     static void SaveForResume(const RestartState& state);
+    /// Takes back the resume registered under RunOnce once a run has resumed: the boot deletes
+    /// it before it starts the setup, but a run resumed by hand (the setup cut off before
+    /// Windows went down) would otherwise be started once more at the next boot, with nothing
+    /// left to resume.
+    static void ForgetResume();
     /// Asks Windows to restart; true (and exit status 1641) when it accepted.
     static bool RestartWindows();
 };

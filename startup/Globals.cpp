@@ -9,6 +9,7 @@ bool NoOSCheck = false;
 bool NoVersionCheck = false;
 bool RecordMode = false;
 bool SilentMode = false;
+bool LogSwitch = false;
 std::string SilentPath;
 bool Testmode = false;
 std::string LorvexAdditionalCommand;

@@ -27,6 +27,7 @@ extern bool NoVersionCheck;                  ///< /noversioncheck
 extern bool RecordMode;                      ///< /record: record the answers to an answer file
 extern bool SilentMode;                      ///< run without dialogs from an answer file
 extern std::string SilentPath;               ///< full path of the answer file
+extern bool LogSwitch;                       ///< /log: the log is written whatever the disc's settings say
 extern bool Testmode;                        ///< /testmode
 extern std::string LorvexAdditionalCommand;  ///< extra arguments for the version-display tool
 extern bool Lorvex;                          ///< the version-display tool runs after the installation

@@ -9,6 +9,8 @@
 #include "language/clsBuiltinTexts.h"
 #include "platform/clsPlatform.h"
 #include "settings/clsIniFile.h"
+#include "settings/clsIniText.h"
+#include "startup/RunState.h"
 #include "startup/Globals.h"
 #include "startup/clsCommandLine.h"
 #include "startup/clsLorvexCheck.h"
@@ -67,14 +69,27 @@ void ReadLorvexCommand() {
     if (!command.empty()) LorvexAdditionalCommand = command + " ";
 }
 
+// A run resumed from RunOnce starts without switches of its own: it takes those of the
+// interrupted run (silent mode and its answer file, /log, /nooscheck) from the state file, so
+// that a silent installation stays silent across the restart. A command line given to this
+// start is read later and still decides.
+void TakeSwitchesOfInterruptedRun(const std::string& stateFile) {
+    const auto bytes = Platform().Files().ReadFile(stateFile);
+    if (!bytes) return;
+    std::vector<std::string> warnings;
+    RestoreStartSwitches(clsIniText::Parse(*bytes, Platform().System().AnsiCodePage(), warnings));
+}
+
 void LookForRunToResume() {
-    if (!Platform().Files().FileExists(WorkFolder + "INSTDUMP.TMP")) {
+    const std::string stateFile = WorkFolder + "INSTDUMP.TMP";
+    if (!Platform().Files().FileExists(stateFile)) {
         ContinuedAfterRestart = false;
         return;
     }
     WaitSeconds(5);
     for (const auto& link : clsFileDisk::RemoveResumeLink()) LogIfEnabled("Resume link deleted: " + link);
     ContinuedAfterRestart = true;
+    TakeSwitchesOfInterruptedRun(stateFile);
 }
 
 void AnalyseCommandLine(const std::string& line) {

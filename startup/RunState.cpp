@@ -12,6 +12,7 @@ struct Printer {
     bool lines;
     std::string operator()(int16_t* value) const { return std::to_string(*value); }
     std::string operator()(bool* value) const { return *value ? "True" : "False"; }
+    std::string operator()(std::string* value) const { return *value; }
     std::string operator()(int16_t RunProgress::*field) const { return std::to_string(progress.*field); }
     std::string operator()(int32_t RunProgress::*field) const { return std::to_string(progress.*field); }
     std::string operator()(std::string RunProgress::*field) const {
@@ -28,6 +29,10 @@ struct Setter {
         const auto parsed = clsIniFile::ParseBoolean(text);
         if (parsed) *value = *parsed;
         return parsed.has_value();
+    }
+    bool operator()(std::string* value) const {
+        *value = text;
+        return true;
     }
     bool operator()(int16_t RunProgress::*field) const { return Number(progress.*field); }
     bool operator()(int32_t RunProgress::*field) const { return Number(progress.*field); }
@@ -59,9 +64,20 @@ const std::vector<RunStateKey>& RunStateKeys() {
         {"Parameters", "SetupStatus", &RunProgress::SetupStatus},
         {"Parameters", "RunningSetupFileName", &RunProgress::RunningSetupFileName},
         {"Parameters", "SetupFailed", &RunProgress::SetupFailed, true},
-        {"Parameters", "NoOSCheck", &NoOSCheck},
+        {"Parameters", "NoOSCheck", &NoOSCheck, false, true},
+        {"Parameters", "SilentMode", &SilentMode, false, true},
+        {"Parameters", "SilentPath", &SilentPath, false, true},
+        {"Parameters", "LogSwitch", &LogSwitch, false, true},
     };
     return keys;
+}
+
+void RestoreStartSwitches(const clsIniText& state) {
+    RunProgress unused;
+    for (const auto& key : RunStateKeys()) {
+        if (!key.startSwitch) continue;
+        if (const auto value = state.Value(key.section, key.key)) (void)key.Restore(unused, std::string(clsIniText::Trim(*value)));
+    }
 }
 
 // What the writer writes for a number: an optional "-" and digits. Anything else in the file

@@ -1,8 +1,8 @@
 #pragma once
 // The run state that survives a restart of the machine: the switches the state file keeps
-// (the setup language, /nooscheck) and how far the run has come. Writing and reading the
-// state file walk the one list RunStateKeys(), so a value added here is saved and restored
-// alike.
+// (the setup language, /nooscheck, silent mode with its answer file, /log) and how far the run
+// has come. Writing and reading the state file walk the one list RunStateKeys(), so a value
+// added here is saved and restored alike.
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -10,6 +10,8 @@
 #include <vector>
 
 namespace tovel {
+
+class clsIniText;
 
 /// How far an installation run has come, beside the globals.
 struct RunProgress {
@@ -25,13 +27,16 @@ struct RunProgress {
 /// Booleans as "True"/"False", text as it is; text of several lines (`lines`) with CR, LF and
 /// backslashes escaped, so that it fits on one line and reads back exactly.
 struct RunStateKey {
-    using Target = std::variant<int16_t*, bool*, int16_t RunProgress::*, int32_t RunProgress::*,
+    using Target = std::variant<int16_t*, bool*, std::string*, int16_t RunProgress::*, int32_t RunProgress::*,
                                 std::string RunProgress::*>;
 
     const char* section;
     const char* key;
     Target target;
     bool lines = false;
+    /// A switch of the command line: a run resumed from RunOnce has none of its own and takes
+    /// the interrupted run's at its start (RestoreStartSwitches).
+    bool startSwitch = false;
 
     /// The value as the state file holds it.
     [[nodiscard]] std::string Text(const RunProgress& progress) const;
@@ -42,6 +47,11 @@ struct RunStateKey {
 
 /// Every value of the run state, in the order the state file holds them.
 [[nodiscard]] const std::vector<RunStateKey>& RunStateKeys();
+
+/// Sets the start switches from a state file's text, before the command line is read. A key
+/// missing or unreadable leaves its switch as it is; the whole file is checked later, when the
+/// installation page reads it.
+void RestoreStartSwitches(const clsIniText& state);
 
 /// A number as the state file holds it (an optional "-" and decimal digits), read as the
 /// profile function reads numbers; nullopt for any other text.

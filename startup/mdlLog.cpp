@@ -11,13 +11,11 @@
 namespace tovel {
 
 namespace {
-bool logSwitch = false;
-
 // The disc's CreateLogFile or /log; before the settings exist nothing is on.
-bool LoggingOn() { return gSetupsIni != nullptr && (logSwitch || gSetupsIni->CreateLogFile()); }
+bool LoggingOn() { return gSetupsIni != nullptr && (LogSwitch || gSetupsIni->CreateLogFile()); }
 } // namespace
 
-void SetLogSwitch(bool on) { logSwitch = on; }
+void SetLogSwitch(bool on) { LogSwitch = on; }
 
 void StartLog() {
     gLog = std::make_unique<clsPrintLog>(WorkFolder, ContinuedAfterRestart);

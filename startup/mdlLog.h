@@ -1,7 +1,7 @@
 #pragma once
 // Writing to the setup log from anywhere in the program. Which lines are written is switched
-// by CreateLogFile in Setups.ini or by the /log switch, which is kept here: the settings only
-// read the disc. Before the settings exist nothing is written. The log itself (its backups
+// by CreateLogFile in Setups.ini or by the /log switch (the global LogSwitch, which the state
+// file keeps across a restart): the settings only read the disc. Before the settings exist nothing is written. The log itself (its backups
 // and header) is made either way.
 #include <string>
 

@@ -1,30 +1,58 @@
-// The machine switched off at random moments of a resumed installation: the sample disc's
-// run restarts Windows after the licence manager, and every start after that is cut off by a
-// SIGKILL of the whole process group after a seeded random delay, until the run has gone past
-// its state file. Whatever the moment, the state file is there whole or not at all, the log
-// keeps its lines, and the licence manager, done before the restart, never runs again.
+// The machine switched off at random moments of a ten-product run that restarts Windows twice,
+// after PROD03 and after PROD07. Each start after a restart is cut off by a SIGKILL of its
+// whole process group after a seeded random delay, and started again (booting the machine
+// when it is off) as long as a state file is left. Whatever the moment: the state file is
+// there whole or not at all and names a product that asked for a restart, each log ends with
+// whole lines and the log before it is kept, no product's setup is started twice by the run,
+// a start never finds a damaged state, and a resume left behind in RunOnce never outlives the
+// state it belongs to.
 #include <signal.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <array>
 #include <chrono>
-#include <cstdlib>
-#include <filesystem>
 #include <fstream>
-#include <sstream>
 #include <random>
+#include <sstream>
 #include <thread>
 
-#include "tests/e2e/SetupRun.h"
+#include "tests/e2e/ProductDisc.h"
 
 namespace tovel::test {
 namespace {
 
 constexpr int kRestartStarted = 194;
 constexpr int kMostKills = 200;
+constexpr int kProducts = 10;
+constexpr int kFirstRestart = 3;
+constexpr int kSecondRestart = 7;
+/// The longest a resumed part may count for the delays: a machine on a host disk (no memory
+/// file system) takes seconds a part, and the test would take minutes.
+constexpr double kLongestPartSeconds = 0.4;
 
-class CrashSafety : public SetupRun {
+/// The rest of a run after a restart: up to the next restart's notice, or to the Done page.
+std::string ScriptAfter(int restartedProduct) {
+    return restartedProduct == kFirstRestart ? "wait end\nclick MessageButton 0\n" : "wait end\nclick DoneBtn\n";
+}
+
+class CrashSafety : public ProductDiscRun {
 protected:
+    void SetUp() override {
+        ProductDiscRun::SetUp();
+        KeepMachineInMemory();
+        ProductDisc disc;
+        disc.products = kProducts;
+        for (const int restart : {kFirstRestart, kSecondRestart}) disc.behaviour[ProductCode(restart)] = "RebootRequested=2\r\n";
+        WriteProductDisc(disc);
+        UseFakeSetupsOnADrivenClock();
+    }
+    void TearDown() override {
+        std::error_code ec;
+        for (const auto& copy : kept_) std::filesystem::remove_all(copy, ec);
+        ProductDiscRun::TearDown();
+    }
+
     /// Starts tovelsetup on the machine in its own process group (booting the machine first,
     /// or not), the script as its input.
     pid_t Start(const std::string& script, bool boot) {
@@ -43,18 +71,13 @@ protected:
         setpgid(pid, pid);
         return pid;
     }
-    /// The state file is absent or whole: written last, its last product's last key ends it.
-    void ExpectWholeOrNoStateFile(int kill) const {
-        const std::string state = ReadMachine("drive_c/INSTDUMP.TMP");
-        if (state.empty()) return;
-        const size_t last = state.rfind("\r\nShowDialogWait");
-        EXPECT_TRUE(state.rfind("[Info]", 0) == 0 && last != std::string::npos && state.find("\r\n", last + 2) == state.size() - 2)
-            << "kill " << kill << ": a part of a state file";
-    }
-    /// Waits until no process of the killed group runs any more: the setups it started die a
-    /// moment after it, and one still in a system call could otherwise write into the next
-    /// round's machine. Zombies count as gone (nobody may reap them here).
-    static void AwaitGroupGone(pid_t group) {
+    /// Kills the group and waits until none of its processes runs any more: the setups it
+    /// started die a moment after it, and one still in a system call could otherwise write
+    /// into the next round's machine. Zombies count as gone (nobody may reap them here).
+    static void KillGroup(pid_t group) {
+        kill(-group, SIGKILL);
+        int status = 0;
+        waitpid(group, &status, 0);
         for (int i = 0; i < 2000 && GroupRuns(group); ++i) std::this_thread::sleep_for(std::chrono::milliseconds(1));
     }
     static bool GroupRuns(pid_t group) {
@@ -73,70 +96,116 @@ protected:
         }
         return false;
     }
-    [[nodiscard]] size_t Starts(const std::string& product) const {
-        const std::string fake = ReadMachine("drive_c/FAKESETUP.LOG");
-        size_t count = 0;
-        for (size_t from = 0; (from = fake.find(product + ": start", from)) != std::string::npos; ++from) ++count;
-        return count;
+
+    /// The product the state file names (0: no state file, -1: one that names none).
+    [[nodiscard]] int StatePosition() const {
+        const std::string state = ReadMachine("drive_c/INSTDUMP.TMP");
+        if (state.empty()) return 0;
+        const std::string key = "\r\nRunningSetupIndex=";
+        const size_t at = state.find(key);
+        return at == std::string::npos ? -1 : std::atoi(state.c_str() + at + key.size());
     }
-};
-
-TEST_F(CrashSafety, AResumedRunCutOffAtRandomMomentsGoesOnFromAWholeStateOrNotAtAll) {
-    UseSampleDisc();
-    const std::string path = std::string(TOVEL_FAKESETUP_DIR) + ":" + std::getenv("PATH");
-    setenv("PATH", path.c_str(), 1);
-    WriteMachine("clock", "2026-11-22 08:00:00\n");
-    std::string behaviour = ReadDisc("Products/License Manager/Setup/FAKESETUP.INI");
-    const size_t at = behaviour.find("RebootRequested=1");
-    ASSERT_NE(at, std::string::npos);
-    behaviour.replace(at, 17, "RebootRequested=2");
-    WriteDisc("Products/License Manager/Setup/FAKESETUP.INI", behaviour);
-    std::string script = kSampleDiscToInstallation;
-    script.insert(script.rfind("click ContinueBtn\n"), "toggle DOCVIEW\n");
-    ASSERT_EQ(Run({}, {"--create=xppro"}, script + "wait end\nclick MessageButton 0\n"), kRestartStarted) << Output();
-
-    // Each round starts again from the machine as the restart left it.
-    const std::filesystem::path snapshot = Machine().string() + "-restarted";
-    std::filesystem::copy(Machine(), snapshot, std::filesystem::copy_options::recursive);
-    std::mt19937 random(20261125);
-    std::uniform_int_distribution<int> delayMs(0, 250);
-    int kills = 0;
-    int rounds = 0;
-    const auto begin = std::chrono::steady_clock::now();
-    while (kills < kMostKills) {
+    [[nodiscard]] bool PoweredOff() const { return ReadMachine("machine.ini").find("Power=off") != std::string::npos; }
+    [[nodiscard]] bool ResumeRegistered() const {
+        return ReadMachine("registry.reg").find("\"ZZZ_TovelSetup\"=") != std::string::npos;
+    }
+    [[nodiscard]] std::filesystem::path Keep(const std::string& name) {
+        const std::filesystem::path copy = Machine().string() + "-" + name;
+        std::filesystem::copy(Machine(), copy, std::filesystem::copy_options::recursive);
+        kept_.push_back(copy);
+        return copy;
+    }
+    void Restore(const std::filesystem::path& kept) const {
         std::filesystem::remove_all(Machine());
-        std::filesystem::copy(snapshot, Machine(), std::filesystem::copy_options::recursive);
-        ++rounds;
-        while (kills < kMostKills && !ReadMachine("drive_c/INSTDUMP.TMP").empty()) {
-            // A machine still off is switched on; once the boot has used up RunOnce, the
-            // setup is started again by hand.
-            const bool off = ReadMachine("machine.ini").find("Power=off") != std::string::npos;
-            const pid_t pid = Start("wait end\nclick DoneBtn\n", off);
-            std::this_thread::sleep_for(std::chrono::milliseconds(delayMs(random)));
-            kill(-pid, SIGKILL);
-            int status = 0;
-            waitpid(pid, &status, 0);
-            AwaitGroupGone(pid);
-            ++kills;
-            ExpectWholeOrNoStateFile(kills);
-            (void)LogLines();   // each start's log ends with whole lines
-            ASSERT_LE(Starts("LICMGR"), 1U) << "kill " << kills;
-            ASSERT_LE(Starts("DESIGNER"), 1U) << "kill " << kills;
+        std::filesystem::copy(kept, Machine(), std::filesystem::copy_options::recursive);
+    }
+    /// Boots the machine, which resumes the run without a kill; the seconds it took.
+    double BootAndResume(int restartedProduct) {
+        const auto begin = std::chrono::steady_clock::now();
+        (void)Run({}, {"--boot"}, ScriptAfter(restartedProduct));
+        return std::min(kLongestPartSeconds, std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count());
+    }
+
+    void ExpectSafeAfterKill(int kill, const std::string& logBefore) const {
+        const std::string state = ReadMachine("drive_c/INSTDUMP.TMP");
+        if (!state.empty()) {
+            // Written last, the last product's last key ends a whole file.
+            const size_t last = state.rfind("\r\nShowDialogWait");
+            EXPECT_TRUE(state.rfind("[Info]", 0) == 0 && last != std::string::npos &&
+                        state.find("\r\n", last + 2) == state.size() - 2)
+                << "kill " << kill << ": a part of a state file";
+            EXPECT_TRUE(StatePosition() == kFirstRestart || StatePosition() == kSecondRestart) << "kill " << kill;
+        }
+        (void)LogLines();   // the log ends with a whole line
+        const std::string log = ReadMachine("drive_c/TOVELSETUP.LOG");
+        EXPECT_EQ(log.find("Read Dumpfile: "), std::string::npos) << "kill " << kill << ": a damaged state was read\n" << log;
+        if (!logBefore.empty()) {
+            bool kept = log == logBefore;
+            for (int n = 1; n <= 5 && !kept; ++n) kept = ReadMachine("drive_c/TOVELSETUP" + std::to_string(n) + ".LOG") == logBefore;
+            EXPECT_TRUE(kept) << "kill " << kill << ": the log of the start before is lost";
+        }
+        for (int i = 1; i <= kProducts; ++i) {
+            ASSERT_LE(FakeLogCount(ProductCode(i) + ": start"), 1U) << "kill " << kill << "\n" << FakeLog();
         }
     }
-    const double seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
-    std::printf("%d kills in %d rounds in %.1f s\n", kills, rounds, seconds);
-    // A last start without a kill ends the run on the Done page (the machine may still be
-    // off when the last kill came before its boot had ended). When the last kill came after
-    // the run had deleted its state file, the run was over and only its last log lines are lost.
-    if (!ReadMachine("drive_c/INSTDUMP.TMP").empty()) {
-        const bool off = ReadMachine("machine.ini").find("Power=off") != std::string::npos;
-        (void)Run({}, off ? std::vector<std::string>{"--boot"} : std::vector<std::string>{}, "wait end\nclick DoneBtn\n");
-        EXPECT_TRUE(Logged("Log file closed. ")) << Output();
+
+    std::vector<std::filesystem::path> kept_;   ///< the machines as each restart left them
+};
+
+TEST_F(CrashSafety, ATenProductRunWithTwoRestartsCutOffAtRandomMomentsGoesOnFromAWholeStateOrNotAtAll) {
+    // The run up to each restart once without a kill: the machine after each restart is where
+    // the rounds begin, and how long each resumed part takes sets the range of the delays.
+    ASSERT_EQ(Run({}, {"--create=xppro"}, std::string(kProductDiscToInstallation) + ScriptAfter(kFirstRestart)),
+              kRestartStarted)
+        << Output();
+    ASSERT_EQ(StatePosition(), kFirstRestart);
+    std::array<std::filesystem::path, 2> restarted = {Keep("first"), {}};
+    std::array<double, 2> seconds = {BootAndResume(kFirstRestart), 0};
+    ASSERT_NE(Output().find("(exit code " + std::to_string(kRestartStarted) + ")"), std::string::npos) << Output();
+    ASSERT_EQ(StatePosition(), kSecondRestart) << Output();
+    restarted[1] = Keep("second");
+    seconds[1] = BootAndResume(kSecondRestart);
+    // The whole run: each product once, in order, the Done page, nothing left to resume.
+    EXPECT_NE(Output().find("(exit code 0)"), std::string::npos) << Output();
+    for (int i = 1; i <= kProducts; ++i) EXPECT_EQ(FakeLogCount(ProductCode(i) + ": results"), 1U) << FakeLog();
+    EXPECT_LT(FakeLog().find("PROD07: exit"), FakeLog().find("PROD08: start")) << FakeLog();
+    EXPECT_TRUE(Logged("Log file closed. ")) << Output();
+    EXPECT_EQ(StatePosition(), 0);
+    EXPECT_FALSE(ResumeRegistered());
+
+    std::mt19937 random(20261125);
+    std::uniform_real_distribution<double> share(0.0, 1.2);
+    int kills = 0;
+    int rounds = 0;
+    std::array<int, 3> left = {0, 0, 0};   // kills that left no state, the first restart's, the second's
+    const auto begin = std::chrono::steady_clock::now();
+    while (kills < kMostKills) {
+        const int part = rounds++ % 2;
+        Restore(restarted[static_cast<size_t>(part)]);
+        for (int position; kills < kMostKills && (position = StatePosition()) > 0;) {
+            const std::string logBefore = ReadMachine("drive_c/TOVELSETUP.LOG");
+            const pid_t pid = Start(ScriptAfter(position), PoweredOff());
+            const double delay = share(random) * seconds[position == kFirstRestart ? 0 : 1];
+            std::this_thread::sleep_for(std::chrono::duration<double>(delay));
+            KillGroup(pid);
+            ++kills;
+            ExpectSafeAfterKill(kills, logBefore);
+            const int now = StatePosition();
+            ++left[static_cast<size_t>(now == kFirstRestart ? 1 : now == kSecondRestart ? 2 : 0)];
+        }
+        // A resume registered but never used by the boot must not start the setup at the
+        // next boot once its state is gone.
+        if (StatePosition() == 0) {
+            EXPECT_FALSE(ResumeRegistered()) << "round " << rounds;
+        }
     }
-    EXPECT_EQ(Starts("LICMGR"), 1U);
-    EXPECT_GE(Starts("DESIGNER"), 1U);
-    EXPECT_TRUE(ReadMachine("drive_c/INSTDUMP.TMP").empty());
+    const double spent = std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
+    std::printf("%d kills in %d rounds in %.1f s (resumed parts %.2f s and %.2f s): %d left no state, %d the first "
+                "restart's, %d the second's\n",
+                kills, rounds, spent, seconds[0], seconds[1], left[0], left[1], left[2]);
+    EXPECT_GT(left[0], 0);
+    EXPECT_GT(left[1], 0);
+    EXPECT_GT(left[2], 0);
 }
 
 } // namespace

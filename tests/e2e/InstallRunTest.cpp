@@ -1,7 +1,7 @@
 // The sample disc installed by the real program, its products being the stand-in setup: the
 // wizard walked, the products installed one after the other, and a restart in the middle
 // resumed by the machine's boot.
-#include "tests/e2e/SetupRun.h"
+#include "tests/e2e/ProductDisc.h"
 
 namespace tovel::test {
 namespace {
@@ -92,6 +92,106 @@ TEST_F(InstallRun, ARestartInTheMiddleIsResumedByTheBootAndTheRestInstalled) {
     EXPECT_EQ(ReadMachine("registry.reg").find("\"ZZZ_TovelSetup\"="), std::string::npos);
     // The product that failed before the restart is still reported.
     EXPECT_NE(Output().find("Tovel Document Viewer"), std::string::npos) << Output();
+}
+
+// The run's rules on a disc of small products, by the real program: what stops it, what it
+// skips, what it waits for, and the restart it asks for itself.
+class ProductRun : public ProductDiscRun {
+protected:
+    static constexpr int kFailed = 1603 & 0xFF;
+    static constexpr int kCancelled = 1602 & 0xFF;
+
+    /// The machine time of each setup's start, in seconds since midnight, in the log's order.
+    [[nodiscard]] std::vector<int> SetupStarts() const {
+        std::vector<int> starts;
+        for (const auto& line : LogLines()) {
+            int h = 0, m = 0, sec = 0;
+            if (std::sscanf(line.c_str(), "TimeStamp - Start: %d:%d:%d", &h, &m, &sec) == 3) starts.push_back(h * 3600 + m * 60 + sec);
+        }
+        return starts;
+    }
+};
+
+TEST_F(ProductRun, AProductItsVersionActionsRefuseIsSkippedAndACriticalFailureStopsTheRest) {
+    ProductDisc disc;
+    disc.products = 4;
+    disc.general["PROD02"] = "SSFVersion=5.2\r\n";
+    disc.sections["PROD02"] = "[VERSIONS]\r\nRegPath1=HKEY_LOCAL_MACHINE\\SOFTWARE\\Tovel\\P02\r\nRegKey1=Version\r\n"
+                              "Version1=1.0\r\nVersion1Action1=$DoNotInstall$\r\n";
+    disc.general["PROD03"] = "IsCriticalComponent=True\r\n";
+    disc.behaviour["PROD03"] = "SetupSucceeded=0\r\n";
+    WriteProductDisc(disc);
+    UseFakeSetupsOnADrivenClock();
+    ASSERT_EQ(Run({}, {"--create=xppro", "--plan"}), 0) << Output();   // the machine, with PROD02 on it
+    WriteMachine("registry.reg", ReadMachine("registry.reg") + "[HKEY_LOCAL_MACHINE\\SOFTWARE\\Tovel\\P02]\r\n\"Version\"=\"1.0\"\r\n\r\n");
+
+    // The page of installed versions lists it before the products are chosen.
+    std::string script = kProductDiscToInstallation;
+    script.insert(script.find('\n') + 1, "click OKBtn\n");
+    ASSERT_EQ(Run({}, {}, script + "wait end\nclick DoneBtn\n"), kFailed) << Output();
+    EXPECT_TRUE(Logged("Product PROD02 is skipped. ")) << ReadMachine("drive_c/TOVELSETUP.LOG");
+    EXPECT_EQ(FakeLog().find("PROD02:"), std::string::npos) << FakeLog();
+    EXPECT_NE(FakeLog().find("PROD03: results SetupSucceeded=0"), std::string::npos) << FakeLog();
+    EXPECT_EQ(FakeLog().find("PROD04:"), std::string::npos) << FakeLog();
+    EXPECT_EQ(PagesShown().back(), "frmDone") << Output();
+}
+
+TEST_F(ProductRun, AnAbortAnsweredNoGoesOnAndYesEndsTheRunAsCancelled) {
+    // Each setup asks for the waiting dialog: a setup without windows then counts as running
+    // for 20 ticks after its start, so the products start 40 seconds apart.
+    ProductDisc disc;
+    disc.products = 3;
+    for (int i = 1; i <= disc.products; ++i) disc.general[ProductCode(i)] = "ShowDialogWait=True\r\n";
+    WriteProductDisc(disc);
+    UseFakeSetupsOnADrivenClock();
+    const std::string abort = "click AbordBtn\nclick MessageButton ";
+    ASSERT_EQ(Run({}, {"--create=xppro"},
+                  std::string(kProductDiscToInstallation) + "wait 1\n" + abort + "1\nwait 22\n" + abort + "0\nclick DoneBtn\n"),
+              kCancelled)
+        << Output();
+    const std::string call = "Aufruf mit Parameter: D:\\Products\\Setup\\Setup.exe /fake=";
+    EXPECT_TRUE(Logged(call + "PROD02 ")) << "No: the run went on\n" << ReadMachine("drive_c/TOVELSETUP.LOG");
+    EXPECT_FALSE(Logged(call + "PROD03 ")) << "Yes: the run ended\n" << ReadMachine("drive_c/TOVELSETUP.LOG");
+    EXPECT_TRUE(Logged("clsControlInstallation AbordBtn_Click nach unload me ")) << Output();
+    const auto starts = SetupStarts();
+    ASSERT_EQ(starts.size(), 2U) << ReadMachine("drive_c/TOVELSETUP.LOG");
+    EXPECT_EQ(starts[1] - starts[0], 40);
+    EXPECT_EQ(PagesShown().back(), "frmDone") << Output();
+}
+
+TEST_F(ProductRun, ASetupThatHandsOverToAProcessWithAnInstallShieldWindowRunsUntilTheWindowCloses) {
+    // On the host's clock: the second process keeps its window for three real seconds, over
+    // ticks of two, while the first ends at once.
+    ProductDisc disc;
+    disc.products = 2;
+    disc.behaviour["PROD01"] = "SecondProcess=True\r\nWindowClass=InstallShield_Win\r\nWindowTitle=Setup\r\nSeconds=3\r\n";
+    WriteProductDisc(disc);
+    const std::string path = std::string(TOVEL_FAKESETUP_DIR) + ":" + std::getenv("PATH");
+    setenv("PATH", path.c_str(), 1);
+    ASSERT_EQ(Run({}, {"--create=xppro"}, std::string(kProductDiscToInstallation) + "wait end\nclick DoneBtn\n"), 0)
+        << Output();
+    const std::string fake = FakeLog();
+    ASSERT_NE(fake.find("PROD01: handed over to process"), std::string::npos) << fake;
+    EXPECT_LT(fake.rfind("PROD01: exit"), fake.find("PROD02: start")) << fake;
+}
+
+TEST_F(ProductRun, AWrongDcomDefaultRestartsBeforeTheFirstProductAndTheResumeInstallsThemAll) {
+    ProductDisc disc;
+    disc.products = 2;
+    disc.settings = "CheckDCOM=True\r\n";
+    WriteProductDisc(disc);
+    UseFakeSetupsOnADrivenClock();
+    ASSERT_EQ(Run({}, {"--create=xppro"}, std::string(kProductDiscToInstallation) + "wait end\nclick MessageButton 0\n"),
+              kRestartStarted)
+        << Output();
+    EXPECT_TRUE(Logged("Changed to LegacyImpersonationLevel=2 ")) << ReadMachine("drive_c/TOVELSETUP.LOG");
+    EXPECT_TRUE(FakeLog().empty()) << FakeLog();
+    EXPECT_NE(ReadMachine("drive_c/INSTDUMP.TMP").find("\r\nRunningSetupIndex=0\r\n"), std::string::npos);
+
+    ASSERT_EQ(Run({}, {"--boot"}, "wait end\nclick DoneBtn\n"), 0) << Output();
+    EXPECT_NE(Output().find("(exit code 0)"), std::string::npos) << Output();
+    for (int i = 1; i <= disc.products; ++i) EXPECT_EQ(FakeLogCount(ProductCode(i) + ": results"), 1U) << FakeLog();
+    EXPECT_FALSE(Logged("Reboot ")) << "the value is right now";
 }
 
 } // namespace

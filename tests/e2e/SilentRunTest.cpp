@@ -1,7 +1,7 @@
 // Record and replay with the real program: a walk through the sample disc in record mode
 // writes the answer file, and a silent run on a fresh machine installs the same products to
 // the same places without reading a line of input.
-#include "tests/e2e/SetupRun.h"
+#include "tests/e2e/ProductDisc.h"
 
 namespace tovel::test {
 namespace {
@@ -112,6 +112,41 @@ TEST_F(SilentRun, AMissingSetupIsAnsweredWithCancelAndSkipped) {
     // The disc prompt's default button is Cancel: nobody is asked for ever.
     EXPECT_TRUE(Logged("Sample Disc 1 [OK/Cancel] answer: Cancel (silent) ")) << ReadMachine("drive_c/TOVELSETUP.LOG");
     EXPECT_TRUE(Logged("Product WEBPANEL is skipped. ")) << ReadMachine("drive_c/TOVELSETUP.LOG");
+}
+
+// A silent installation whose products ask for a restart in the middle goes on by itself after
+// each boot, silent and logging as it was started (the disc does not ask for the log), and
+// the part after the last restart ends with the status of the whole run.
+using SilentResume = ProductDiscRun;
+
+TEST_F(SilentResume, EachRestartIsFollowedBySilentlyAndTheLastPartEndsWithTheRunsStatus) {
+    ProductDisc disc;
+    disc.products = 5;
+    disc.createLog = false;
+    for (const char* restart : {"PROD02", "PROD04"}) disc.behaviour[restart] = "RebootRequested=2\r\n";
+    WriteProductDisc(disc);
+    UseFakeSetupsOnADrivenClock();
+    WriteMachine("drive_c/KIT/Tovel_Auto.ini", "[GENERAL]\r\nIdName=Jane Roe\r\n");
+    // Lines that would cancel any page: no part of the run reads them.
+    const std::string cancel = "esc\nclose\nclick CancelBtn\n";
+    ASSERT_EQ(Run({"/silent=C:\\KIT\\Tovel_Auto.ini", "/log"}, {"--create=xppro"}, cancel), kRestartStarted) << Output();
+    EXPECT_EQ(FakeLog().find("PROD03:"), std::string::npos) << FakeLog();
+
+    // The second part restarts once more after PROD04; the third ends with 0 (done).
+    for (const int status : {kRestartStarted, 0}) {
+        ASSERT_EQ(Run({}, {"--boot"}, cancel), 0) << Output();
+        EXPECT_NE(Output().find("ZZZ_TovelSetup: D:\\TovelSetup.EXE (exit code " + std::to_string(status) + ")"),
+                  std::string::npos)
+            << Output();
+        EXPECT_EQ(Output().find("# end of input"), std::string::npos) << "no page waited for anyone\n" << Output();
+        EXPECT_EQ(Output().find("line skipped"), std::string::npos) << "no line of input was read\n" << Output();
+        EXPECT_TRUE(Logged("Read Dumpfile Path = C:\\INSTDUMP.TMP ")) << ReadMachine("drive_c/TOVELSETUP.LOG");
+        EXPECT_TRUE(Logged("Erfolgreich Tovel_Auto.ini eingelesen. ")) << ReadMachine("drive_c/TOVELSETUP.LOG");
+    }
+    EXPECT_TRUE(Logged("Page frmDone ")) << ReadMachine("drive_c/TOVELSETUP.LOG");
+    for (int i = 1; i <= disc.products; ++i) EXPECT_EQ(FakeLogCount(ProductCode(i) + ": results"), 1U) << FakeLog();
+    EXPECT_FALSE(std::filesystem::exists(Machine() / "drive_c" / "INSTDUMP.TMP"));
+    EXPECT_EQ(ReadMachine("machine.ini").find("Power=off"), std::string::npos);
 }
 
 } // namespace

@@ -1,13 +1,38 @@
-// Pieces of the start that need no disc: the language codes and the resume pause.
+// Pieces of the start that need no disc: the language codes, the resume pause and the
+// switches a resumed run takes from the state file.
 #include <gtest/gtest.h>
 
+#include "settings/clsIniText.h"
+#include "startup/Globals.h"
 #include "startup/Main.h"
+#include "startup/RunState.h"
 #ifndef _WIN32
 #include "tests/machine/MachineFixture.h"
 #endif
 
 namespace tovel {
 namespace {
+
+// The switches of the interrupted run come back; a value that is no Boolean, and a key that
+// is missing, leave the switch as it is; the run's progress is no switch.
+TEST(RestoreStartSwitches, TakesTheSwitchesItCanReadAndLeavesTheOthers) {
+    SilentMode = LogSwitch = false;
+    NoOSCheck = true;
+    SilentPath = "before";
+    DefaultLanguage = 1;
+    std::vector<std::string> warnings;
+    const auto state = clsIniText::Parse("[Parameters]\r\nDefaultLanguage=0\r\nNoOSCheck=maybe\r\nSilentMode=True\r\n"
+                                         "SilentPath= C:\\KIT\\Tovel_Auto.ini \r\n",
+                                         1252, warnings);
+    RestoreStartSwitches(state);
+    EXPECT_TRUE(SilentMode);
+    EXPECT_EQ(SilentPath, "C:\\KIT\\Tovel_Auto.ini");
+    EXPECT_TRUE(NoOSCheck);
+    EXPECT_FALSE(LogSwitch);
+    EXPECT_EQ(DefaultLanguage, 1);   // applied with the whole file, on the installation page
+    SilentMode = NoOSCheck = false;
+    SilentPath.clear();
+}
 
 TEST(LanguageIndexToCode, EveryFormAndEnglishForAnythingElse) {
     const char* const letters[] = {"A", "B", "C", "D", "E", "J"};

@@ -7,6 +7,7 @@
 #include "common/mdlMessage.h"
 #include "install/clsDumpFile.h"
 #include "install/clsInstallContext.h"
+#include "install/clsRestartNow.h"
 #include "language/clsBuiltinTexts.h"
 #include "platform/clsPlatform.h"
 #include "startup/Globals.h"
@@ -56,6 +57,7 @@ bool clsControlInstall::ReadState(int16_t& position, int32_t& status, std::strin
         ExitStatus = kNotFinished;
         return false;
     }
+    clsRestartNow::ForgetResume();
     position = dump.RunningSetupIndex();
     status = dump.SetupStatus();
     failedLines = dump.SetupFailed();
