@@ -14,6 +14,7 @@ namespace tovel::test {
 namespace {
 
 constexpr int kRestartStarted = 194;          // the machine switched off by a restart
+constexpr int kFailed = 1603 & 0xFF;
 
 // The answer file with the value of `key` in its first line for it (after `from`) replaced.
 std::string WithValue(std::string answers, const std::string& key, const std::string& value, const std::string& from = "") {
@@ -167,6 +168,13 @@ TEST_F(SilentRun, TheRecordedWalkIsReplayedOnEverySystem) {
         ExpectInstallation(RecordedWithout(system.leftOut, system.locale));
         EXPECT_FALSE(Logged("Version of Operating System not supported. "));
     }
+    // A pending restart is checked at start-up: it stops a silent run as well.
+    FreshMachine();
+    WriteMachine("drive_c/WINDOWS/WININIT.INI", "[rename]\r\n");
+    WriteMachine("drive_c/KIT/Tovel_Auto.ini", answers);
+    EXPECT_EQ(Run({"/silent=C:\\KIT\\Tovel_Auto.ini", "/log"}, {"--create=win98"}), kFailed) << Output();
+    EXPECT_TRUE(Logged("Win95: WININIT.INI exists in system directory. TOVEL_SETUP stopped. ")) << Output();
+    EXPECT_EQ(FakeLog(), "");
 }
 
 // A bare /silent without an answer file in the Windows folder leaves the setup interactive:
