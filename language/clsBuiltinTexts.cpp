@@ -396,6 +396,12 @@ constexpr BuiltinText kTexts[] = {
     {"frmDestination", "SpaceAvailableLabel",
      {"Verfügbarer Speicherplatz:", "Space available:", "Espace disponible :", "Espacio disponible:", "Spazio disponibile:",
       "空き容量："}},
+    {"frmBrowseDir", "TitleLabel",
+     {"Ordner ändern", "Change folder", "Modifier le dossier", "Cambiar carpeta", "Cambia cartella", "フォルダーの変更"}},
+    {"frmBrowseDir", "PathLabel", {"Pfad:", "Path:", "Chemin :", "Ruta:", "Percorso:", "パス："}},
+    {"frmBrowseDir", "FolderLabel", {"Ordner:", "Folders:", "Dossiers :", "Carpetas:", "Cartelle:", "フォルダー："}},
+    {"frmBrowseDir", "DriveLabel", {"Laufwerk:", "Drive:", "Lecteur :", "Unidad:", "Unità:", "ドライブ："}},
+    {"frmBrowseDir", "OKBtn", {"OK", "OK", "OK", "Aceptar", "OK", "OK"}},
 
     {"frmLanguages", "TitleLabel",
      {"Produktsprachen", "Product languages", "Langues des produits", "Idiomas de los productos", "Lingue dei prodotti",

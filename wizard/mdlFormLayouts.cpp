@@ -384,18 +384,22 @@ clsForm CustomSetup(std::string_view name, const Look& look) {
     return form;
 }
 
+// The tree with the drive and the space beside it (two lines each, for the longer captions
+// of other languages); under it the description across the whole width, as a product's text
+// can be long.
 clsForm CustomSetupGolden(std::string_view name, const Look& look) {
     clsForm form = NewForm(name, look);
     const Area& c = look.content;
+    const int column = c.width - 2760;
     AddTitle(form, look, "TitleLabel", "Select components");
     form.Add(Label("CustomSetupLabel", c.Row(0, 480), "Select the products to install."));
-    form.Add(Tree("ProductTree", c.Row(600, 1440)));
+    form.Add(Tree("ProductTree", c.At(0, 600, column - 120, 1440)));
+    AddDriveChoice(form, c, column, 600);
+    form.Add(Label("SpaceRequiredLabel", c.Rest(column, 1080, 480), "Space required:"));
+    form.Add(Label("SpaceAvailableLabel", c.Rest(column, 1560, 480), "Space available:"));
     form.Add(Label("StatusLabel", c.Row(2070, 255), ""));
-    form.Add(Frame("DescriptionFrame", c.At(0, 2340, c.width - 3000, 1200), "Description"));
-    form.Add(Label("DescriptionLabel", c.At(120, 2580, c.width - 3240, 840), ""));
-    AddDriveChoice(form, c, c.width - 2760, 2340);
-    form.Add(Label("SpaceRequiredLabel", c.Rest(c.width - 2760, 3000, 255), "Space required:"));
-    form.Add(Label("SpaceAvailableLabel", c.Rest(c.width - 2760, 3285, 255), "Space available:"));
+    form.Add(Frame("DescriptionFrame", c.Row(2340, 1200), "Description"));
+    form.Add(Label("DescriptionLabel", c.At(120, 2580, c.width - 240, 900), ""));
     AddComponentButtons(form, look);
     return form;
 }

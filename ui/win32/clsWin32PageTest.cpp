@@ -1,8 +1,6 @@
 #include "ui/win32/clsWin32PageTest.h"
 
-#include "catalogue/clsSSFSearch.h"
-#include "common/mdlMessage.h"
-#include "language/clsBuiltinTexts.h"
+#include "configtool/clsPageTester.h"
 #include "platform/clsPlatform.h"
 #include "platform/clsWindowsPath.h"
 #include "startup/Globals.h"
@@ -10,8 +8,6 @@
 #include "startup/mdlLog.h"
 #include "ui/win32/clsWin32LayoutCheck.h"
 #include "ui/win32/clsWin32Screenshot.h"
-#include "wizard/mdlWizard.h"
-#include "wizard/pages/clsControlPage.h"
 
 namespace tovel {
 
@@ -20,14 +16,6 @@ namespace {
 constexpr int kLanguages = 6;
 // Long enough for Windows to paint the page and the background before the picture is taken.
 constexpr DWORD kPaintMs = 300;
-
-// The pages that show what the search found.
-bool NeedsCatalogue(const std::string& page) {
-    for (const char* listing : {"frmDestination", "frmInstallation", "frmCustomSetup", "frmSetupType", "frmLanguages"}) {
-        if (clsWindowsPath::EqualNoCase(page, listing)) return true;
-    }
-    return false;
-}
 
 } // namespace
 
@@ -42,31 +30,15 @@ clsWin32PageTest::clsWin32PageTest(clsWin32Renderer& renderer, const std::string
 std::string clsWin32PageTest::FileStem() const { return folder_ + page_ + "-" + LanguageIndexToCode(DefaultLanguage, 1); }
 
 int clsWin32PageTest::Run() {
-    if (language_ >= 0 && language_ != DefaultLanguage) {
-        UseSetupLanguage(static_cast<int16_t>(language_));
-        if (gSetupsIni && !gSetupsIni->AppTitle().empty()) ApplicationTitle = gSetupsIni->AppTitle();
-    }
     renderer_.ShowBackground();
     renderer_.SetOnShown([this](clsForm& form, HWND window) { Look(form, window); });
-    Open();
+    clsPageTester tester;
+    const bool known = tester.Open(page_, language_ >= 0 ? language_ : DefaultLanguage);
     renderer_.SetOnShown({});
-    if (!looked_) LogIfEnabled("Page test: " + page_ + " was not shown.");
+    if (!known) LogIfEnabled("Page test: " + page_ + " is no page of either form set.");
+    if (known && !looked_) LogIfEnabled("Page test: " + page_ + " was not shown.");
     if (!looked_ || !written_) return 2;
     return faults_.empty() ? 0 : 1;
-}
-
-void clsWin32PageTest::Open() {
-    if (clsWindowsPath::EqualNoCase(page_, "frmMessage")) {
-        const std::string question = gLanguage ? gLanguage->LoadResString(TextNo::kCancelQuestion) : "Cancel?";
-        (void)MsgBox(question, 36, ApplicationTitle);
-        return;
-    }
-    if (NeedsCatalogue(page_)) (void)clsSSFSearch().Run();
-    std::unique_ptr<clsPageController> controller = MakePageController(page_);
-    auto* page = dynamic_cast<clsControlPage*>(controller.get());
-    if (page == nullptr) return;
-    page->SetTestFlag(true);
-    page->Initialize();
 }
 
 void clsWin32PageTest::Look(clsForm& form, HWND window) {

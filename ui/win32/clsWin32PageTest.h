@@ -1,9 +1,9 @@
 #pragma once
-// The page test of the Windows build: one page of the disc opened on its own, filled as the
-// wizard fills it (its controller with the test flag, after the product search for the
-// pages that list products), read back from its real windows and saved as a screenshot.
+// The page test of the Windows build: one form of either set opened on its own as the page
+// tester opens it (clsPageTester: its controller with the test flag, filled from the disc),
+// read back from its real windows and saved as a screenshot.
 // Started by the environment (docs/WIZARD.md, "Page test of the Windows build"):
-//   TOVEL_PAGE_TEST=frmLicense[:language index]   TOVEL_PAGE_TEST_OUT=folder
+//   TOVEL_PAGE_TEST=frmLicense[:language index] (a form of either set)   TOVEL_PAGE_TEST_OUT=folder
 // It writes <folder>\<form>-<language letter>.png and .txt (the faults, then the windows).
 #include <string>
 #include <vector>
@@ -23,7 +23,6 @@ public:
     [[nodiscard]] int Run();
 
 private:
-    void Open();
     void Look(clsForm& form, HWND window);
     [[nodiscard]] std::string FileStem() const;
 
