@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# Builds a target into its own folder: linux (build/), win64 (build-win/), win32 (build-win32/).
+# Builds a target into its own folder: linux (build/), win64 (build-win/, with the tests and
+# debug information), win32 (build-win32/: the release EXE, small and stripped, no tests).
 # Installs what a target needs first (scripts/install-deps.sh). With CI=true warnings are errors.
 set -euo pipefail
 cd "$(dirname "$0")/.."
@@ -18,6 +19,6 @@ for target in "$@"; do
   case $target in
     linux) build build ;;
     win64) build build-win -DCMAKE_TOOLCHAIN_FILE=cmake/mingw-x86_64.cmake ;;
-    win32) build build-win32 -DCMAKE_TOOLCHAIN_FILE=cmake/mingw-i686.cmake -DTOVEL_TESTS=OFF ;;
+    win32) build build-win32 -DCMAKE_TOOLCHAIN_FILE=cmake/mingw-i686.cmake -DTOVEL_TESTS=OFF -DCMAKE_BUILD_TYPE=MinSizeRel ;;
   esac
 done

@@ -24,6 +24,7 @@
 #include "wizard/pages/clsControlSearch.h"
 #include "wizard/pages/clsControlSetupLanguage.h"
 #include "wizard/pages/clsControlSetupType.h"
+#include "wizard/pages/clsControlWelcome2.h"
 #include "wizard/clsDialogOrder.h"
 #include "install/clsDumpFile.h"
 #include "wizard/mdlWizard.h"
@@ -203,6 +204,27 @@ TEST_F(Pages, SetupLanguageHiddenCurrentLanguageAndJapanese) {
     EXPECT_EQ(gLanguage->LanguageID(), 1041u);
     EXPECT_EQ(gSetupsIni->AppTitle(), "日本語");
     EXPECT_EQ(ApplicationTitle, "日本語");
+}
+
+// ---- Pictures --------------------------------------------------------------------------
+
+TEST_F(Pages, PicturesAreTheFilesTheDiscNamesAndStayEmptyWithoutOne) {
+    Settings("WelcomeBmp=Images\\Welcome.bmp\r\nLeftSideBmp=Images\\Side.bmp\r\n");
+    Run<clsControlWelcome2>({
+        Inspect([](clsForm& form) {
+            EXPECT_EQ(form.Control("Image1")->picture, "Images\\Welcome.bmp");   // WelcomeBmp2 falls back
+            EXPECT_EQ(form.Control("Image2")->picture, "Images\\Side.bmp");
+        }),
+        Click("ContinueBtn"),
+    });
+    Settings("");
+    Run<clsControlWelcome2>({
+        Inspect([](clsForm& form) {
+            EXPECT_EQ(form.Control("Image1")->picture, "");
+            EXPECT_EQ(form.Control("Image2")->picture, "");
+        }),
+        Click("ContinueBtn"),
+    });
 }
 
 // ---- Product languages -----------------------------------------------------------------

@@ -17,7 +17,6 @@ constexpr int32_t kRestartLater = 3010;
 } // namespace
 
 void clsControlDone::OnLoad() {
-    if (clsFormControl* image = Form().Control("Image1")) image->picture = gSetupsIni->WelcomeBmp();
     if (gLanguage) SetOutcomeTexts();
     SetVisible("RestartNote", RestartNeeded);
     SetVisible("RestartWindowsYes", RestartNeeded);

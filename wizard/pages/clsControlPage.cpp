@@ -23,8 +23,23 @@ void clsControlPage::Initialize() {
 std::string clsControlPage::FormName(bool oldForms) const { return FormNameInSet(page_, oldForms); }
 
 void clsControlPage::FormLoad() {
+    ResolvePictures();
     SetTexts();
     OnLoad();
+}
+
+void clsControlPage::ResolvePictures() {
+    if (gSetupsIni == nullptr) return;
+    // The layouts name the Setups.ini key of each picture; the disc gives the file.
+    const std::pair<const char*, const std::string*> keys[] = {{"WelcomeBmp", &gSetupsIni->WelcomeBmp()},
+                                                               {"WelcomeBmp2", &gSetupsIni->WelcomeBmp2()},
+                                                               {"LeftSideBmp", &gSetupsIni->LeftSideBmp()}};
+    for (clsFormControl& control : form_.Controls()) {
+        if (control.kind != ControlKind::Image) continue;
+        for (const auto& [key, file] : keys) {
+            if (control.picture == key) control.picture = *file;
+        }
+    }
 }
 
 void clsControlPage::FormActivate() {

@@ -67,6 +67,8 @@ protected:
 
 private:
     void SetTexts();
+    /// Puts the disc's picture files in place of the Setups.ini keys the layouts name.
+    void ResolvePictures();
     /// Silent run: presses the page's default button; with none, cancels the setup.
     void PressDefaultButton();
 

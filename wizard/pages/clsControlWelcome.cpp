@@ -9,7 +9,6 @@
 namespace tovel {
 
 void clsControlWelcome::OnLoad() {
-    if (clsFormControl* image = Form().Control("Image1")) image->picture = gSetupsIni->WelcomeBmp();
     SetVisible("cmdClose", TestFlag());
 }
 

@@ -5,7 +5,6 @@
 namespace tovel {
 
 void clsControlWelcome2::OnLoad() {
-    if (clsFormControl* image = Form().Control("Image1")) image->picture = gSetupsIni->WelcomeBmp2();
     const std::string second = Text("WelcomeLabel2");
     SetText("WelcomeLabel2", "\r\n" + (gPlaceholder ? gPlaceholder->CheckForPlaceholder(second) : second));
 }
