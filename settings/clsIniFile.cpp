@@ -56,11 +56,18 @@ void clsIniFile::SetFullPath(const std::string& path) {
     path_ = path;
     useWinIni_ = false;
     registered_ = true;
+    heldOnce_ = false;
 }
 
 void clsIniFile::SetUseWinINI(bool use) {
     useWinIni_ = use;
     if (use) registered_ = true;
+    heldOnce_ = false;
+}
+
+void clsIniFile::HoldOnce() {
+    // A bare name or WIN.INI depends on the Windows folder, which is looked up at each read.
+    heldOnce_ = readOnce_ && text_ && !useWinIni_ && !IsBareFileName(path_) && path_ == loadedPath_;
 }
 
 bool clsIniFile::CheckRegistered() const {
@@ -72,13 +79,18 @@ bool clsIniFile::CheckRegistered() const {
 const clsIniText* clsIniFile::Load(const std::string& path) {
     loadedPath_ = path;
     text_.reset();
+    heldOnce_ = false;
     bytes_.clear();
     settled_ = false;
     auto& files = Platform().Files();
     const uint32_t codePage = Platform().System().AnsiCodePage();
     // A file read once needs no stamp: it is never compared again.
     if (readOnce_) {
-        if (auto bytes = files.ReadFile(path)) return Parsed(path, *bytes, codePage);
+        if (auto bytes = files.ReadFile(path)) {
+            (void)Parsed(path, *bytes, codePage);
+            HoldOnce();
+            return &*text_;
+        }
     }
     const auto entry = files.Stat(path);
     if (!entry) {
@@ -120,7 +132,7 @@ const clsIniText* clsIniFile::Parsed(const std::string& path, std::string_view b
 
 const clsIniText* clsIniFile::Current() {
     // A file read once answers from memory while the object stays bound to the same path.
-    if (readOnce_ && text_ && !useWinIni_ && !IsBareFileName(path_) && path_ == loadedPath_) return &*text_;
+    if (heldOnce_ && readOnce_) return &*text_;
     const std::string path = FullPath();
     if (!text_ || path != loadedPath_) return Load(path);
     if (readOnce_) return &*text_;
@@ -158,11 +170,13 @@ void clsIniFile::Write(const std::string& action, Change change) {
     if (!files.WriteFileAtomic(path, bytes)) {
         Report(cannot + "the file cannot be written");
         text_.reset();   // memory no longer matches the file
+        heldOnce_ = false;
         return;
     }
     const auto entry = files.Stat(path);
     if (!entry) {
         text_.reset();
+        heldOnce_ = false;
         return;
     }
     stamp_ = Stamp{true, entry->size, entry->modified};
@@ -175,6 +189,7 @@ void clsIniFile::AdoptText(clsIniText text) {
     loadedPath_ = FullPath();
     readOnce_ = true;
     settled_ = true;
+    HoldOnce();
 }
 
 std::string clsIniFile::GetString(const std::string& key, const std::string& defaultValue) {

@@ -98,6 +98,8 @@ private:
     };
 
     [[nodiscard]] bool CheckRegistered() const;
+    /// Notes whether the text just read is the read-once text of the bound path.
+    void HoldOnce();
     /// The file's text, read again if it changed; nullptr when it cannot be read.
     const clsIniText* Current();
     const clsIniText* Load(const std::string& path);
@@ -113,6 +115,7 @@ private:
     bool useWinIni_ = false;
     bool registered_ = false;
     bool readOnce_ = false;
+    bool heldOnce_ = false;   ///< text_ is the read-once text of path_: no look-up of the path per read
 
     // The file as last read.
     std::optional<clsIniText> text_;

@@ -117,6 +117,7 @@ std::string LenientAnsi(std::string_view bytes, uint32_t codePage) {
 
 // The first maxChars characters of UTF-8 text (a byte that starts no character counts as one).
 std::string_view CutChars(std::string_view text, size_t maxChars) {
+    if (text.size() <= maxChars) return text;   // never more characters than bytes
     size_t chars = 0;
     for (size_t i = 0; i < text.size(); ++i) {
         if ((static_cast<unsigned char>(text[i]) & 0xC0) == 0x80) continue;
@@ -322,7 +323,6 @@ clsIniText clsIniText::Parse(std::string_view bytes, uint32_t ansiCodePage, std:
 void clsIniText::Reindex() {
     sections_.clear();
     firstBlock_.clear();
-    keys_.clear();
     const auto headers = std::count_if(lines_.begin(), lines_.end(), [](const Line& l) { return l.kind == Kind::Header; });
     sections_.reserve(static_cast<size_t>(headers));
     firstBlock_.reserve(static_cast<size_t>(headers));
@@ -332,6 +332,7 @@ void clsIniText::Reindex() {
         sections_.push_back({i, lines_.size()});
         if (lines_[i].nameLength > 0) firstBlock_.try_emplace(FoldName(lines_[i].Name()), sections_.size() - 1);
     }
+    keys_.assign(sections_.size(), std::nullopt);
 }
 
 const clsIniText::Section* clsIniText::FirstBlock(std::string_view section) const {
@@ -361,18 +362,33 @@ clsIniText::NameIndex::const_iterator clsIniText::Find(const NameIndex& index, s
     return index.find(name);
 }
 
+size_t clsIniText::NameHash(std::string_view name) {
+    name = Trim(name);
+    return IsAscii(name) ? FoldedHash{}(name) : FoldedHash{}(FoldName(name));
+}
+
+bool clsIniText::SameName(std::string_view a, std::string_view b) {
+    a = Trim(a);
+    b = Trim(b);
+    return IsAscii(a) && IsAscii(b) ? FoldedEqual{}(a, b) : FoldName(a) == FoldName(b);
+}
+
 std::optional<size_t> clsIniText::FindKey(const Section& section, std::string_view key) const {
     if (Trim(key).empty()) return std::nullopt;
-    auto [block, added] = keys_.try_emplace(section.header);
-    KeyIndex& keys = block->second;
-    if (added) {
+    auto& cached = keys_[static_cast<size_t>(&section - sections_.data())];
+    if (!cached) {
+        cached.emplace();
         for (size_t i = section.header + 1; i < section.end; ++i) {
-            if (lines_[i].kind == Kind::Entry) keys.try_emplace(FoldName(lines_[i].Name()), i);
+            if (lines_[i].kind == Kind::Entry && lines_[i].nameLength > 0) cached->emplace_back(NameHash(lines_[i].Name()), static_cast<uint32_t>(i));
         }
+        std::sort(cached->begin(), cached->end());
     }
-    const auto it = Find(keys, key);
-    if (it == keys.end()) return std::nullopt;
-    return it->second;
+    const size_t hash = NameHash(key);
+    for (auto it = std::lower_bound(cached->begin(), cached->end(), std::pair<size_t, uint32_t>(hash, 0));
+         it != cached->end() && it->first == hash; ++it) {
+        if (SameName(lines_[it->second].Name(), key)) return it->second;
+    }
+    return std::nullopt;
 }
 
 std::optional<std::string> clsIniText::Value(std::string_view section, std::string_view key) const {

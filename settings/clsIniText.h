@@ -146,9 +146,15 @@ private:
         bool operator()(std::string_view a, std::string_view b) const;
     };
     using NameIndex = std::unordered_map<std::string, size_t, FoldedHash, FoldedEqual>;
-    using KeyIndex = NameIndex;   ///< folded key -> first line
+    /// The keys of one block: (hash of the folded name, line), sorted, so that the first line
+    /// of a name comes first among its equals. Lines are indices, so a copy of the text keeps
+    /// a valid index; building one costs no string per key.
+    using KeyIndex = std::vector<std::pair<size_t, uint32_t>>;
     /// The index entry of a name; end() when there is none.
     [[nodiscard]] static NameIndex::const_iterator Find(const NameIndex& index, std::string_view name);
+    /// The hash under which a name is filed, with or without folding beyond ASCII.
+    [[nodiscard]] static size_t NameHash(std::string_view name);
+    [[nodiscard]] static bool SameName(std::string_view a, std::string_view b);
 
     static void Classify(Line& line);
     void Reindex();
@@ -177,7 +183,7 @@ private:
     std::vector<Line> lines_;
     std::vector<Section> sections_;                         ///< every "[name]" line, in order
     NameIndex firstBlock_;                                  ///< folded name -> first of sections_
-    mutable std::unordered_map<size_t, KeyIndex> keys_;     ///< of the blocks read so far, by header line
+    mutable std::vector<std::optional<KeyIndex>> keys_;     ///< of the blocks read so far, by index in sections_
 };
 
 } // namespace tovel
