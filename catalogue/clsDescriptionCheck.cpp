@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <utility>
 
-#include "catalogue/CatalogueGlobals.h"
 #include "catalogue/clsIniKeyCheck.h"
 #include "catalogue/clsPlaceholderScan.h"
+#include "catalogue/clsSIFCommonSection.h"
 #include "catalogue/clsSetupTerm.h"
 #include "common/clsString.h"
 #include "platform/clsPlatform.h"
@@ -97,9 +97,9 @@ clsDescriptionCheck::clsDescriptionCheck(std::vector<int> languages, std::string
 std::vector<clsDescriptionCheck::TextSection> clsDescriptionCheck::TextSections(clsIniFile& ini) const {
     std::vector<TextSection> sections;
     std::string letters;
+    const auto names = clsSIFCommonSection::ProdInfoSections(ini, letters);
     for (const int language : languages_) {
-        DefaultLanguage = static_cast<int16_t>(language);
-        const std::string name = gCommonSection.ProdInfoSection(ini, letters);
+        const std::string& name = names[static_cast<size_t>(language)];
         bool placed = false;
         for (auto& section : sections) {
             if (!clsString::EqualNoCaseAscii(section.name, name)) continue;
@@ -161,10 +161,10 @@ DescribedFile clsDescriptionCheck::Read(const std::string& path, std::vector<Dis
 // would be on another: what they hold is not looked at.
 void clsDescriptionCheck::AllowUnofferedSections(clsIniFile& ini, clsIniKeyCheck& known) const {
     std::string letters;
+    const auto names = clsSIFCommonSection::ProdInfoSections(ini, letters);
     for (int language = 0; language < 6; ++language) {
         if (std::find(languages_.begin(), languages_.end(), language) != languages_.end()) continue;
-        DefaultLanguage = static_cast<int16_t>(language);
-        const std::string name = gCommonSection.ProdInfoSection(ini, letters);
+        const std::string& name = names[static_cast<size_t>(language)];
         if (!name.empty()) known.AllowAnyKey(name);
     }
 }

@@ -11,10 +11,10 @@ DiscFinding Warning(const std::string& file, size_t line, std::string text) {
 }
 
 // "Dependence4" -> "Dependence"; "" when the name does not end in a number.
-std::string FamilyOf(const std::string& key) {
+std::string_view FamilyOf(std::string_view key) {
     size_t end = key.size();
     while (end > 0 && key[end - 1] >= '0' && key[end - 1] <= '9') --end;
-    return end == key.size() ? std::string() : key.substr(0, end);
+    return end == key.size() ? std::string_view() : key.substr(0, end);
 }
 
 } // namespace
@@ -27,8 +27,10 @@ void clsIniKeyCheck::AddKnown(const std::string& section, const std::string& key
     }
     Known& known = *last_;
     if (known.name.empty()) known.name = section;
-    if (key.empty()) return;
-    if (known.keys.insert(clsIniText::FoldName(key)).second) known.names.push_back(key);
+    // Most keys are asked for again and again: a known one costs a look-up and no copy.
+    if (key.empty() || known.keys.find(std::string_view(key)) != known.keys.end()) return;
+    known.keys.insert(key);
+    known.names.push_back(key);
 }
 
 void clsIniKeyCheck::AllowAnyKey(const std::string& section) {
@@ -51,10 +53,10 @@ std::string clsIniKeyCheck::UnknownSectionText(const IniLine& line) const {
 
 std::string clsIniKeyCheck::UnknownKeyText(const Known& section, const IniLine& line) const {
     const std::string head = "\"" + line.key + "\" in [" + line.section + "] is never read";
-    const std::string family = FamilyOf(line.key);
+    const std::string family(FamilyOf(line.key));
     if (!family.empty()) {
         for (const auto& name : section.names) {
-            if (clsIniText::FoldName(FamilyOf(name)) == clsIniText::FoldName(family)) {
+            if (clsIniText::SameName(FamilyOf(name), family)) {
                 return head + ": the numbered keys " + family + "1, " + family +
                        "2, ... end at the first missing or empty number; number them without a gap";
             }
@@ -67,7 +69,8 @@ std::string clsIniKeyCheck::UnknownKeyText(const Known& section, const IniLine& 
 std::vector<DiscFinding> clsIniKeyCheck::Check(const std::string& file, const std::vector<IniLine>& outline) const {
     std::vector<DiscFinding> findings;
     const Known* section = nullptr;
-    std::unordered_map<std::string, size_t> seen;   // folded key -> line, in the current block
+    // key -> line, in the current block; the keys are views into the outline
+    std::unordered_map<std::string_view, size_t, clsIniText::NameHasher, clsIniText::NameEqual> seen;
     for (const IniLine& line : outline) {
         if (line.header) {
             seen.clear();
@@ -87,13 +90,12 @@ std::vector<DiscFinding> clsIniKeyCheck::Check(const std::string& file, const st
             continue;
         }
         if (section == nullptr || !line.firstBlock) continue;
-        const std::string folded = clsIniText::FoldName(line.key);
-        if (const auto [at, fresh] = seen.emplace(folded, line.number); !fresh) {
+        if (const auto [at, fresh] = seen.emplace(line.key, line.number); !fresh) {
             findings.push_back(Warning(file, line.number, "\"" + line.key + "\" is given twice in [" + line.section +
                                        "]; only the first, on line " + std::to_string(at->second) + ", counts"));
             continue;
         }
-        if (!section->anyKey && section->keys.count(folded) == 0) findings.push_back(Warning(file, line.number, UnknownKeyText(*section, line)));
+        if (!section->anyKey && section->keys.find(std::string_view(line.key)) == section->keys.end()) findings.push_back(Warning(file, line.number, UnknownKeyText(*section, line)));
     }
     return findings;
 }

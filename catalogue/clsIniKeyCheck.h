@@ -35,8 +35,8 @@ private:
     struct Known {
         std::string name;
         bool anyKey = false;
-        std::unordered_set<std::string> keys;   ///< folded
-        std::vector<std::string> names;         ///< as the reader asked for them
+        std::unordered_set<std::string, clsIniText::NameHasher, clsIniText::NameEqual> keys;
+        std::vector<std::string> names;         ///< as the reader asked for them, in that order
     };
     [[nodiscard]] std::string UnknownKeyText(const Known& section, const IniLine& line) const;
     [[nodiscard]] std::string UnknownSectionText(const IniLine& line) const;

@@ -43,18 +43,23 @@ void ApplyOrder(std::vector<Record>& items, const std::string& listName, IsKnown
 
 } // namespace
 
-std::string clsSIFCommonSection::ProdInfoSection(clsIniFile& sif, std::string& offeredLetters) const {
+std::array<std::string, 6> clsSIFCommonSection::ProdInfoSections(clsIniFile& sif, std::string& offeredLetters) {
     offeredLetters.clear();
     sif.SetSectionName("LANGUAGES");
     const std::string fallback = sif.GetString("LanguageX", "");
-    std::string sections[6];
-    for (int i = 0; i < 6; ++i) {
-        const std::string value = sif.GetString(std::string("Language") + kLetters[i], "Error");
-        sections[i] = value == "Error" ? fallback : value;
+    std::array<std::string, 6> sections;
+    for (size_t i = 0; i < sections.size(); ++i) {
+        std::string value = sif.GetString(std::string("Language") + kLetters[i], "Error");
         if (value != "Error") offeredLetters += kLetters[i];
+        sections[i] = value == "Error" ? fallback : std::move(value);
     }
+    return sections;
+}
+
+std::string clsSIFCommonSection::ProdInfoSection(clsIniFile& sif, std::string& offeredLetters) const {
+    auto sections = ProdInfoSections(sif, offeredLetters);
     if (DefaultLanguage < 0 || DefaultLanguage > 5) return {};
-    return sections[DefaultLanguage];
+    return std::move(sections[static_cast<size_t>(DefaultLanguage)]);
 }
 
 std::string clsSIFCommonSection::LanguageText(clsIniFile& sif, const std::string& section, const std::string& key) const {

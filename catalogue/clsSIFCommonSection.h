@@ -1,6 +1,7 @@
 #pragma once
 // What concerns the description files as a whole: which section holds the texts of the setup
 // language, and the orderings of the catalogue and the packet list.
+#include <array>
 #include <cstdint>
 #include <string>
 
@@ -19,6 +20,9 @@ public:
     /// (DefaultLanguage): LanguageA..E, J of LANGUAGES, else LanguageX; "" for a language
     /// index outside 0..5. offeredLetters gets the letters of the languages the file names.
     [[nodiscard]] std::string ProdInfoSection(clsIniFile& sif, std::string& offeredLetters) const;
+    /// The text section of every setup language, by language index, as ProdInfoSection names
+    /// it for that language: a reader of all languages reads [LANGUAGES] once.
+    [[nodiscard]] static std::array<std::string, 6> ProdInfoSections(clsIniFile& sif, std::string& offeredLetters);
 
     /// A text key of a description file's language section. The INI reader works in the
     /// machine's ANSI code page, so the texts of a section named "Japanese" come from the

@@ -17,8 +17,24 @@ constexpr std::string_view kReplacement = "\xEF\xBF\xBD";  // U+FFFD
 
 bool IsBlank(char c) { return c == ' ' || c == '\t'; }
 
+// Eight bytes of text at a time, the last ones padded with zeros.
+uint64_t Word(const char* bytes, size_t count) {
+    uint64_t word = 0;
+    if (count >= 8) {
+        std::memcpy(&word, bytes, 8);
+        return word;
+    }
+    for (size_t i = 0; i < count; ++i) word |= static_cast<uint64_t>(static_cast<unsigned char>(bytes[i])) << (8 * i);
+    return word;
+}
+
+constexpr uint64_t kHighBits = 0x8080808080808080ull;
+
 bool IsAscii(std::string_view text) {
-    return std::all_of(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+    for (size_t i = 0; i < text.size(); i += 8) {
+        if ((Word(text.data() + i, text.size() - i) & kHighBits) != 0) return false;
+    }
+    return true;
 }
 
 struct RawLine {
@@ -345,9 +361,15 @@ char UpperAscii(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a
 } // namespace
 
 size_t clsIniText::FoldedHash::operator()(std::string_view name) const {
-    uint64_t hash = 14695981039346656037ull;   // FNV-1a, 64 bits on every target
-    for (const char c : name) hash = (hash ^ static_cast<unsigned char>(UpperAscii(c))) * 1099511628211ull;
-    return static_cast<size_t>(hash);
+    // Eight letters at a time with the case bit (0x20) cleared in every byte: a and A hash
+    // alike, as do a few signs such as [ and {, which the comparison then tells apart.
+    constexpr uint64_t kCaseBits = 0x2020202020202020ull;
+    uint64_t hash = 0x9E3779B97F4A7C15ull ^ name.size();
+    for (size_t i = 0; i < name.size(); i += 8) {
+        hash = (hash ^ (Word(name.data() + i, name.size() - i) & ~kCaseBits)) * 0xFF51AFD7ED558CCDull;
+        hash ^= hash >> 32;
+    }
+    return static_cast<size_t>(hash ^ (hash >> 29));
 }
 
 bool clsIniText::FoldedEqual::operator()(std::string_view a, std::string_view b) const {
@@ -370,7 +392,9 @@ size_t clsIniText::NameHash(std::string_view name) {
 bool clsIniText::SameName(std::string_view a, std::string_view b) {
     a = Trim(a);
     b = Trim(b);
-    return IsAscii(a) && IsAscii(b) ? FoldedEqual{}(a, b) : FoldName(a) == FoldName(b);
+    // Names alike but for the case of ASCII letters fold alike in every script.
+    if (FoldedEqual{}(a, b)) return true;
+    return !(IsAscii(a) && IsAscii(b)) && FoldName(a) == FoldName(b);
 }
 
 std::optional<size_t> clsIniText::FindKey(const Section& section, std::string_view key) const {

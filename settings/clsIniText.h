@@ -114,6 +114,19 @@ public:
     [[nodiscard]] static std::string FoldName(std::string_view name);
     /// The text without blanks and tabs at either end.
     [[nodiscard]] static std::string_view Trim(std::string_view text);
+    /// A hash of a name as FoldName folds it, without a folded copy of an ASCII name.
+    [[nodiscard]] static size_t NameHash(std::string_view name);
+    /// True if two names are the same name once folded.
+    [[nodiscard]] static bool SameName(std::string_view a, std::string_view b);
+    /// NameHash and SameName for hashed containers of names, which then take any string_view.
+    struct NameHasher {
+        using is_transparent = void;
+        size_t operator()(std::string_view name) const { return NameHash(name); }
+    };
+    struct NameEqual {
+        using is_transparent = void;
+        bool operator()(std::string_view a, std::string_view b) const { return SameName(a, b); }
+    };
 
 private:
     enum class Kind : uint8_t { Blank, Comment, Header, Entry, Text };
@@ -152,9 +165,6 @@ private:
     using KeyIndex = std::vector<std::pair<size_t, uint32_t>>;
     /// The index entry of a name; end() when there is none.
     [[nodiscard]] static NameIndex::const_iterator Find(const NameIndex& index, std::string_view name);
-    /// The hash under which a name is filed, with or without folding beyond ASCII.
-    [[nodiscard]] static size_t NameHash(std::string_view name);
-    [[nodiscard]] static bool SameName(std::string_view a, std::string_view b);
 
     static void Classify(Line& line);
     void Reindex();

@@ -4,7 +4,10 @@
 
 #include <iconv.h>
 
+#include <array>
 #include <cerrno>
+#include <map>
+#include <mutex>
 #include <string>
 
 namespace tovel {
@@ -81,14 +84,56 @@ bool IsSingleByte(uint32_t codePage) {
            codePage != kCodePageUtf8;
 }
 
+// The UTF-8 of each byte 0x80..0xFF of a single-byte code page, asked of iconv once per
+// code page: a file of such a page then converts by table, without iconv per file.
+using HighBytes = std::array<std::string, 128>;
+
+const HighBytes* HighBytesOf(uint32_t codePage, const char* name) {
+    static std::mutex guard;
+    static std::map<uint32_t, std::optional<HighBytes>> tables;
+    const std::lock_guard<std::mutex> lock(guard);
+    auto [at, fresh] = tables.try_emplace(codePage);
+    if (fresh) {
+        Iconv conv("UTF-8", name);
+        if (conv.ok()) {
+            HighBytes table;
+            for (size_t i = 0; i < table.size(); ++i) {
+                const char byte = static_cast<char>(0x80 + i);
+                table[i] = conv.Run(std::string_view(&byte, 1), OnBadInput::ByteAsCodePoint).value_or("");
+            }
+            at->second = std::move(table);
+        }
+    }
+    return at->second ? &*at->second : nullptr;
+}
+
+std::string ByTable(std::string_view bytes, const HighBytes& table) {
+    std::string out;
+    out.reserve(bytes.size() + bytes.size() / 8);
+    for (const char c : bytes) {
+        const auto byte = static_cast<unsigned char>(c);
+        if (byte < 0x80) {
+            out += c;
+        } else {
+            out += table[byte - 0x80];
+        }
+    }
+    return out;
+}
+
 } // namespace
 
 std::optional<std::string> clsCodePageConverter::ToUtf8(std::string_view bytes, uint32_t codePage) {
     const char* name = IconvName(codePage);
     if (name == nullptr) return std::nullopt;
+    if (IsSingleByte(codePage)) {
+        const HighBytes* table = HighBytesOf(codePage, name);
+        if (table == nullptr) return std::nullopt;
+        return ByTable(bytes, *table);
+    }
     Iconv conv("UTF-8", name);
     if (!conv.ok()) return std::nullopt;
-    return conv.Run(bytes, IsSingleByte(codePage) ? OnBadInput::ByteAsCodePoint : OnBadInput::Fail);
+    return conv.Run(bytes, OnBadInput::Fail);
 }
 
 std::optional<std::string> clsCodePageConverter::FromUtf8(std::string_view text, uint32_t codePage) {
