@@ -19,8 +19,19 @@ namespace {
 constexpr const char* kLanguageNames[] = {"German", "English", "French", "Spanish", "Italian", "Japanese"};
 constexpr const char* kLetters[] = {"A", "B", "C", "D", "E", "J"};
 
-std::string LineKey(const std::string& section, const std::string& key) {
-    return clsIniText::FoldName(section) + "\n" + clsIniText::FoldName(key);
+// "SECTION\nKEY", folded. Every line of a file gets one, so an ASCII pair costs one string.
+std::string LineKey(std::string_view section, std::string_view key) {
+    section = clsIniText::Trim(section);
+    key = clsIniText::Trim(key);
+    std::string folded;
+    folded.reserve(section.size() + key.size() + 1);
+    for (const std::string_view part : {section, std::string_view("\n"), key}) {
+        for (const char c : part) {
+            if (static_cast<unsigned char>(c) >= 0x80) return clsIniText::FoldName(section) + "\n" + clsIniText::FoldName(key);
+            folded += c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
+        }
+    }
+    return folded;
 }
 
 // The sections whose lines the checks across files name; a file keeps only their lines once
@@ -123,6 +134,7 @@ DescribedFile clsDescriptionCheck::Read(const std::string& path, std::vector<Dis
     clsIniText text = clsIniText::Parse(*bytes, Platform().System().AnsiCodePage(), warnings);
     for (const auto& warning : warnings) findings.push_back({path, WarningLine(warning), FindingSeverity::Warning, warning});
     const std::vector<IniLine> outline = text.Outline();
+    file.lines.reserve(outline.size());
     for (const IniLine& line : outline) {
         if (!line.header && line.firstBlock) file.lines.try_emplace(LineKey(line.section, line.key), line.number);
     }
@@ -139,7 +151,14 @@ DescribedFile clsDescriptionCheck::Read(const std::string& path, std::vector<Dis
     known.AddKnown("GENERAL", "FileType");   // the search reads it to tell products from packets
     clsIniFile ini;
     ini.SetFullPath(path);
-    ini.SetKeyObserver([&known](const std::string& section, const std::string& key) { known.AddKnown(section, key); });
+    ini.SetKeyObserver([&known](const std::string& section, const std::string& key, size_t line) {
+        // A key found is known by its line; only the names asked for in vain need keeping.
+        if (line != 0) {
+            known.MarkRead(line);
+        } else {
+            known.AddKnown(section, key);
+        }
+    });
     ini.AdoptText(std::move(text));
     {
         const LanguageGuard guard;

@@ -1,5 +1,7 @@
 #include "catalogue/clsIniKeyCheck.h"
 
+#include <algorithm>
+
 #include "common/clsNearestName.h"
 
 namespace tovel {
@@ -31,6 +33,21 @@ void clsIniKeyCheck::AddKnown(const std::string& section, const std::string& key
     if (key.empty() || known.keys.find(std::string_view(key)) != known.keys.end()) return;
     known.keys.insert(key);
     known.names.push_back(key);
+}
+
+void clsIniKeyCheck::MarkRead(size_t line) {
+    if (line >= read_.size()) read_.resize(std::max(line + 1, 2 * read_.size()), false);
+    read_[line] = true;
+}
+
+std::vector<size_t> clsIniKeyCheck::HeadersRead(const std::vector<IniLine>& outline) const {
+    std::vector<size_t> headers;
+    size_t header = 0;
+    for (const IniLine& line : outline) {
+        if (line.header) header = line.number;
+        if (!line.header && header != 0 && Read(line.number) && (headers.empty() || headers.back() != header)) headers.push_back(header);
+    }
+    return headers;
 }
 
 void clsIniKeyCheck::AllowAnyKey(const std::string& section) {
@@ -68,6 +85,8 @@ std::string clsIniKeyCheck::UnknownKeyText(const Known& section, const IniLine& 
 
 std::vector<DiscFinding> clsIniKeyCheck::Check(const std::string& file, const std::vector<IniLine>& outline) const {
     std::vector<DiscFinding> findings;
+    const std::vector<size_t> headersRead = HeadersRead(outline);
+    const Known noKeyAskedInVain;
     const Known* section = nullptr;
     // key -> line, in the current block; the keys are views into the outline
     std::unordered_map<std::string_view, size_t, clsIniText::NameHasher, clsIniText::NameEqual> seen;
@@ -76,6 +95,7 @@ std::vector<DiscFinding> clsIniKeyCheck::Check(const std::string& file, const st
             seen.clear();
             const auto found = sections_.find(clsIniText::FoldName(line.section));
             section = found == sections_.end() ? nullptr : &found->second;
+            if (section == nullptr && std::binary_search(headersRead.begin(), headersRead.end(), line.number)) section = &noKeyAskedInVain;
             if (!line.firstBlock) {
                 findings.push_back(Warning(file, line.number, "[" + line.section +
                                            "] appears a second time and this block is never read; move its keys into the first"));
@@ -95,7 +115,7 @@ std::vector<DiscFinding> clsIniKeyCheck::Check(const std::string& file, const st
                                        "]; only the first, on line " + std::to_string(at->second) + ", counts"));
             continue;
         }
-        if (!section->anyKey && section->keys.find(std::string_view(line.key)) == section->keys.end()) findings.push_back(Warning(file, line.number, UnknownKeyText(*section, line)));
+        if (!section->anyKey && !Read(line.number) && section->keys.find(std::string_view(line.key)) == section->keys.end()) findings.push_back(Warning(file, line.number, UnknownKeyText(*section, line)));
     }
     return findings;
 }

@@ -2,7 +2,8 @@
 // Which lines of an INI file the setup never reads: sections and keys it does not know
 // (with the known name nearest to each), keys before the first section, a section's second
 // block, a key's second line. What is known comes from the readers: Setups.ini's key table,
-// or the keys a description file's reader asked for while reading that very file.
+// or, for a description file, the lines its reader read and the keys it asked for in vain
+// while reading that very file (those are the names a misspelt key most likely meant).
 #include <string>
 #include <unordered_map>
 #include <unordered_set>
@@ -24,6 +25,8 @@ public:
 
     /// A key the setup reads; an empty key makes only the section known.
     void AddKnown(const std::string& section, const std::string& key);
+    /// A line (1-based) a reader read: it and its section are known.
+    void MarkRead(size_t line);
     /// A section whose keys are someone else's: any key in it is fine.
     void AllowAnyKey(const std::string& section);
     [[nodiscard]] bool KnowsSection(const std::string& section) const;
@@ -41,7 +44,12 @@ private:
     [[nodiscard]] std::string UnknownKeyText(const Known& section, const IniLine& line) const;
     [[nodiscard]] std::string UnknownSectionText(const IniLine& line) const;
 
+    [[nodiscard]] bool Read(size_t line) const { return line < read_.size() && read_[line]; }
+    /// The first-block headers (by line) with a line read below them.
+    [[nodiscard]] std::vector<size_t> HeadersRead(const std::vector<IniLine>& outline) const;
+
     std::unordered_map<std::string, Known> sections_;   ///< by folded name
+    std::vector<bool> read_;                            ///< by line number
     std::string lastSection_;                           ///< as AddKnown was last given it
     Known* last_ = nullptr;                             ///< its entry (nodes of the map stay put)
 };

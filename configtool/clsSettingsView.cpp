@@ -90,7 +90,7 @@ void clsSettingsView::ObserveDescription(std::vector<DiscFinding>& findings) {
     clsIniFile ini;
     ini.SetFullPath(path_);
     ini.SetReadOnce(true);
-    ini.SetKeyObserver([this](const std::string& section, const std::string& key) {
+    ini.SetKeyObserver([this](const std::string& section, const std::string& key, size_t) {
         const bool listed = std::any_of(known_.begin(), known_.end(), [&](const Known& k) { return Same(k.section, section) && Same(k.key, key); });
         if (!key.empty() && !listed) known_.push_back({section, key, std::nullopt, ValueKind::Text});
     });

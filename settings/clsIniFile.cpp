@@ -192,13 +192,16 @@ void clsIniFile::AdoptText(clsIniText text) {
     HoldOnce();
 }
 
+std::optional<std::string_view> clsIniFile::Lookup(const std::string& key) {
+    const clsIniText* text = CheckRegistered() ? Current() : nullptr;
+    const auto found = text != nullptr ? text->FindValue(section_, key) : std::nullopt;
+    if (observer_) observer_(section_, key, found ? found->line : 0);
+    return found ? std::optional<std::string_view>(found->value) : std::nullopt;
+}
+
 std::string clsIniFile::GetString(const std::string& key, const std::string& defaultValue) {
     try {
-        if (observer_) observer_(section_, key);
-        if (!CheckRegistered()) return defaultValue;
-        const clsIniText* text = Current();
-        if (text == nullptr) return defaultValue;
-        const auto value = text->ValueView(section_, key);
+        const auto value = Lookup(key);
         return value ? TrimSpaces(*value) : defaultValue;
     } catch (const std::exception& e) {
         Report(path_ + ": reading " + key + ": " + e.what());
@@ -210,11 +213,7 @@ std::string clsIniFile::GetString(const std::string& key, const std::string& def
 
 int32_t clsIniFile::GetInt(const std::string& key, int32_t defaultValue) {
     try {
-        if (observer_) observer_(section_, key);
-        if (!CheckRegistered()) return defaultValue;
-        const clsIniText* text = Current();
-        if (text == nullptr) return defaultValue;
-        const auto value = text->ValueView(section_, key);
+        const auto value = Lookup(key);
         // An empty value counts as a missing one, as for GetPrivateProfileInt.
         return value && !value->empty() ? clsIniText::ProfileInt(*value) : defaultValue;
     } catch (const std::exception& e) {
@@ -306,7 +305,7 @@ std::vector<IniEntry> clsIniFile::GetSectEntriesEx() {
 
 bool clsIniFile::SectExist(const std::string& section) {
     try {
-        if (observer_) observer_(section, "");
+        if (observer_) observer_(section, "", 0);
         if (!CheckRegistered()) return false;
         const clsIniText* text = Current();
         return text != nullptr && text->HasSection(section);

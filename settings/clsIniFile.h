@@ -30,8 +30,9 @@ class clsIniFile {
 public:
     using Reporter = std::function<void(const std::string& message)>;
     /// Told each section and key a reader asks for ("" as the key when it asks whether a
-    /// section exists): a check of a file learns from it which lines are ever read.
-    using KeyObserver = std::function<void(const std::string& section, const std::string& key)>;
+    /// section exists), with the 1-based number of the line the value was read from (0 when
+    /// the key was not there): a check of a file learns from it which lines are ever read.
+    using KeyObserver = std::function<void(const std::string& section, const std::string& key, size_t line)>;
 
     clsIniFile() = default;
 
@@ -98,6 +99,8 @@ private:
     };
 
     [[nodiscard]] bool CheckRegistered() const;
+    /// The key's value in the current section as written, told to the observer.
+    std::optional<std::string_view> Lookup(const std::string& key);
     /// Notes whether the text just read is the read-once text of the bound path.
     void HoldOnce();
     /// The file's text, read again if it changed; nullptr when it cannot be read.

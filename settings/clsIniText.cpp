@@ -421,11 +421,16 @@ std::optional<std::string> clsIniText::Value(std::string_view section, std::stri
 }
 
 std::optional<std::string_view> clsIniText::ValueView(std::string_view section, std::string_view key) const {
+    const auto found = FindValue(section, key);
+    return found ? std::optional<std::string_view>(found->value) : std::nullopt;
+}
+
+std::optional<clsIniText::FoundValue> clsIniText::FindValue(std::string_view section, std::string_view key) const {
     const Section* block = FirstBlock(section);
     if (block == nullptr) return std::nullopt;
     const auto index = FindKey(*block, key);
     if (!index) return std::nullopt;
-    return CutChars(Unquoted(lines_[*index].Val()), kMaxValueChars);
+    return FoundValue{*index + 1, CutChars(Unquoted(lines_[*index].Val()), kMaxValueChars)};
 }
 
 std::vector<std::string> clsIniText::SectionNames() const {

@@ -72,6 +72,12 @@ public:
     [[nodiscard]] std::optional<std::string> Value(std::string_view section, std::string_view key) const;
     /// The same without a copy: a view into the text, valid until the text changes.
     [[nodiscard]] std::optional<std::string_view> ValueView(std::string_view section, std::string_view key) const;
+    /// A value as ValueView gives it, with the 1-based number of the line it was read from.
+    struct FoundValue {
+        size_t line = 0;
+        std::string_view value;
+    };
+    [[nodiscard]] std::optional<FoundValue> FindValue(std::string_view section, std::string_view key) const;
     /// The names of all sections in file order, a name that appears twice twice; "[]" is left out.
     [[nodiscard]] std::vector<std::string> SectionNames() const;
     /// The entries of the first block of a section; comment and blank lines are left out.
