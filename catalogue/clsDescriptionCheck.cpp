@@ -34,16 +34,13 @@ std::string LineKey(std::string_view section, std::string_view key) {
     return folded;
 }
 
-// The sections whose lines the checks across files name; a file keeps only their lines once
-// its own checks are done, so a disc of a thousand files is not held line by line.
+// The sections whose lines the checks across files name; a file keeps only their lines, so a
+// disc of a thousand files is not held line by line. Its own checks ask the file itself.
 constexpr const char* kSectionsAcross[] = {"GENERAL", "DEPENDENCIES", "SETUP_DEPENDENCIES"};
 
-void KeepLinesAcross(std::unordered_map<std::string, size_t>& lines) {
-    std::erase_if(lines, [](const auto& entry) {
-        const std::string_view section = std::string_view(entry.first).substr(0, entry.first.find('\n'));
-        // The names are upper case already, as FoldName gives them.
-        return std::none_of(std::begin(kSectionsAcross), std::end(kSectionsAcross), [&section](const char* kept) { return section == kept; });
-    });
+bool NamedAcross(const std::string& section) {
+    return std::any_of(std::begin(kSectionsAcross), std::end(kSectionsAcross),
+                       [&section](const char* kept) { return clsString::EqualNoCaseAscii(clsIniText::Trim(section), kept); });
 }
 
 // The first line number a parser warning names ("line 12 ..."); 0 when it names none.
@@ -134,9 +131,8 @@ DescribedFile clsDescriptionCheck::Read(const std::string& path, std::vector<Dis
     clsIniText text = clsIniText::Parse(*bytes, Platform().System().AnsiCodePage(), warnings);
     for (const auto& warning : warnings) findings.push_back({path, WarningLine(warning), FindingSeverity::Warning, warning});
     const std::vector<IniLine> outline = text.Outline();
-    file.lines.reserve(outline.size());
     for (const IniLine& line : outline) {
-        if (!line.header && line.firstBlock) file.lines.try_emplace(LineKey(line.section, line.key), line.number);
+        if (!line.header && line.firstBlock && NamedAcross(line.section)) file.lines.try_emplace(LineKey(line.section, line.key), line.number);
     }
     const std::string type = clsString::LowerAscii(clsIniText::Trim(text.Value("GENERAL", "FileType").value_or("")));
     if (type != "ssf" && type != "collection") {
@@ -164,7 +160,7 @@ DescribedFile clsDescriptionCheck::Read(const std::string& path, std::vector<Dis
         const LanguageGuard guard;
         if (type == "ssf") {
             ReadProduct(ini, outline, file, findings);
-            MessageTexts(file, known, findings);
+            MessageTexts(file, ini, known, findings);
         } else {
             ReadPacket(ini, file, findings);
         }
@@ -172,7 +168,6 @@ DescribedFile clsDescriptionCheck::Read(const std::string& path, std::vector<Dis
     }
     const auto unread = known.Check(path, outline);
     findings.insert(findings.end(), unread.begin(), unread.end());
-    KeepLinesAcross(file.lines);
     return file;
 }
 
@@ -204,7 +199,7 @@ void clsDescriptionCheck::ReadProduct(clsIniFile& ini, const std::vector<IniLine
         } else {
             item.ReadTextSection(ini, productFolder_);
         }
-        CheckTextSection(item, section, outline, file, present, findings);
+        CheckTextSection(item, section, {ini, outline}, file, present, findings);
         if (!section.name.empty()) file.textSections.push_back(section.name);
         if (first) file.product = std::move(item);
     }
@@ -237,13 +232,13 @@ std::vector<int> MessageNumbers(const clsSIFApplicationItem& item) {
 
 } // namespace
 
-void clsDescriptionCheck::MessageTexts(const DescribedFile& file, clsIniKeyCheck& known, std::vector<DiscFinding>& findings) {
+void clsDescriptionCheck::MessageTexts(const DescribedFile& file, clsIniFile& ini, clsIniKeyCheck& known, std::vector<DiscFinding>& findings) {
     for (const int number : MessageNumbers(file.product)) {
         const std::string key = "SSFMessageBox" + std::to_string(number);
         for (const auto& section : file.textSections) {
             known.AddKnown(section, key);
-            if (file.LineOf(section, key) != 0 || clsString::EqualNoCaseAscii(section, "Japanese")) continue;
-            findings.push_back({file.path, file.LineOf(section, "Description"), FindingSeverity::Warning,
+            if (ini.KeyLine(section, key) != 0 || clsString::EqualNoCaseAscii(section, "Japanese")) continue;
+            findings.push_back({file.path, ini.KeyLine(section, "Description"), FindingSeverity::Warning,
                                 "an action $SSFMessageBox shows " + key + ", which [" + section + "] lacks; the message reads \"Error\""});
         }
     }
@@ -257,7 +252,7 @@ void clsDescriptionCheck::ReadPacket(clsIniFile& ini, DescribedFile& file, std::
         DefaultLanguage = static_cast<int16_t>(section.languages.front());
         file.packet.Read(ini);
         if (file.packet.Description.empty() && !clsString::EqualNoCaseAscii(section.name, "Japanese")) {
-            findings.push_back({file.path, file.LineOf("LANGUAGES", "LanguageX"), FindingSeverity::Warning,
+            findings.push_back({file.path, ini.KeyLine("LANGUAGES", "LanguageX"), FindingSeverity::Warning,
                                 "no Description for " + LanguageList(section.languages) +
                                     (section.name.empty() ? "" : " in [" + section.name + "]") + "; the setup-type page shows an empty name"});
         }
@@ -282,9 +277,9 @@ size_t HeaderLine(const std::vector<IniLine>& outline, const std::string& sectio
 
 } // namespace
 
-void clsDescriptionCheck::CheckTextSection(const clsSIFApplicationItem& item, const TextSection& section,
-                                           const std::vector<IniLine>& outline, const DescribedFile& file,
-                                           SetupPresence& present, std::vector<DiscFinding>& findings) const {
+void clsDescriptionCheck::CheckTextSection(const clsSIFApplicationItem& item, const TextSection& section, FileLines lines,
+                                           const DescribedFile& file, SetupPresence& present, std::vector<DiscFinding>& findings) const {
+    const std::vector<IniLine>& outline = lines.outline;
     const std::string languages = LanguageList(section.languages);
     const auto add = [&](size_t line, FindingSeverity severity, const std::string& text) {
         findings.push_back({file.path, line, severity, text});
@@ -301,12 +296,11 @@ void clsDescriptionCheck::CheckTextSection(const clsSIFApplicationItem& item, co
             "[" + section.name + "], the text section for " + languages + ", is missing: the product has no setup program in " + languages);
         return;
     }
-    const size_t setupLine = file.LineOf(section.name, "SetupFile");
     if (item.SetupFile.empty()) {
         add(header, FindingSeverity::Error, "no SetupFile in [" + section.name + "]: the product cannot be installed in " + languages);
     } else if (clsString::LowerAscii(item.SetupFile).find("msiexec.exe") == std::string::npos &&
                !present.Exists(item.SetupFile)) {
-        add(setupLine, FindingSeverity::Error, "the setup program " + item.SetupFile + " is not on the disc");
+        add(lines.ini.KeyLine(section.name, "SetupFile"), FindingSeverity::Error, "the setup program " + item.SetupFile + " is not on the disc");
     }
     if (item.Description.empty() && !clsString::EqualNoCaseAscii(section.name, "Japanese")) {
         add(header, FindingSeverity::Warning, "no Description in [" + section.name + "]: the product's name is empty in " + languages);

@@ -26,7 +26,7 @@ struct DescribedFile {
     clsSIFApplicationItem product;   ///< when a product
     clsSIFPacketItem packet;         ///< when a packet
     std::vector<std::string> textSections;   ///< of a product, one per distinct section the offered languages name
-    /// "SECTION\nKEY" folded -> line of the key read; after Read only GENERAL, DEPENDENCIES and
+    /// "SECTION\nKEY" folded -> line of the key read, for GENERAL, DEPENDENCIES and
     /// SETUP_DEPENDENCIES, which the checks across files name.
     std::unordered_map<std::string, size_t> lines;
 
@@ -61,10 +61,15 @@ private:
     void ReadProduct(clsIniFile& ini, const std::vector<IniLine>& outline, DescribedFile& file,
                      std::vector<DiscFinding>& findings) const;
     void ReadPacket(clsIniFile& ini, DescribedFile& file, std::vector<DiscFinding>& findings) const;
-    void CheckTextSection(const clsSIFApplicationItem& item, const TextSection& section, const std::vector<IniLine>& outline,
+    /// Where the lines of the file being read are told: its reader, and its outline.
+    struct FileLines {
+        clsIniFile& ini;
+        const std::vector<IniLine>& outline;
+    };
+    void CheckTextSection(const clsSIFApplicationItem& item, const TextSection& section, FileLines lines,
                           const DescribedFile& file, SetupPresence& present, std::vector<DiscFinding>& findings) const;
     void AllowUnofferedSections(clsIniFile& ini, clsIniKeyCheck& known) const;
-    static void MessageTexts(const DescribedFile& file, clsIniKeyCheck& known, std::vector<DiscFinding>& findings);
+    static void MessageTexts(const DescribedFile& file, clsIniFile& ini, clsIniKeyCheck& known, std::vector<DiscFinding>& findings);
     static void CheckTerm(const DescribedFile& file, const char* section, const char* key, const std::string& term,
                           std::vector<DiscFinding>& findings);
 

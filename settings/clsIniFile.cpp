@@ -303,6 +303,17 @@ std::vector<IniEntry> clsIniFile::GetSectEntriesEx() {
     return {};
 }
 
+size_t clsIniFile::KeyLine(const std::string& section, const std::string& key) {
+    try {
+        const clsIniText* text = CheckRegistered() ? Current() : nullptr;
+        const auto found = text != nullptr ? text->FindValue(section, key) : std::nullopt;
+        return found ? found->line : 0;
+    } catch (...) {
+        Report(path_ + ": looking for [" + section + "] " + key + " failed");
+    }
+    return 0;
+}
+
 bool clsIniFile::SectExist(const std::string& section) {
     try {
         if (observer_) observer_(section, "", 0);

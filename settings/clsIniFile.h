@@ -78,6 +78,9 @@ public:
     [[nodiscard]] std::vector<IniEntry> GetSectEntriesEx();
     /// True if the file has a section of that name.
     [[nodiscard]] bool SectExist(const std::string& section);
+    /// The 1-based number of the line a key is read from; 0 when it is not there. A question
+    /// about the file, not a read of the setup: the observer is not told.
+    [[nodiscard]] size_t KeyLine(const std::string& section, const std::string& key);
 
     /// For files that do not change while they are read (the description files of a disc):
     /// the file is read at the first operation and answered from memory from then on, with
