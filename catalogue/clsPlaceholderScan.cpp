@@ -1,6 +1,7 @@
 #include "catalogue/clsPlaceholderScan.h"
 
 #include <string_view>
+#include <unordered_set>
 
 #include "common/clsNearestName.h"
 #include "settings/clsPlaceholder.h"
@@ -31,23 +32,21 @@ const std::vector<std::string>& Known() {
 }
 
 bool IsKnown(std::string_view token) {
-    for (const auto& known : Known()) {
-        if (known == token) return true;
-    }
-    return false;
+    static const std::unordered_set<std::string_view> known(Known().begin(), Known().end());
+    return known.count(token) != 0;
 }
 
 // The placeholders of one value, as the expansion finds them: "%" or "[" opens, the next "%"
 // or "]" closes.
-std::vector<std::string> Tokens(std::string_view value) {
-    std::vector<std::string> tokens;
+std::vector<std::string_view> Tokens(std::string_view value) {
+    std::vector<std::string_view> tokens;
     size_t from = 0;
     while (from < value.size()) {
         const size_t open = value.find_first_of("%[", from);
         if (open == std::string_view::npos) break;
         const size_t close = value.find(value[open] == '%' ? '%' : ']', open + 1);
         if (close == std::string_view::npos) break;
-        tokens.emplace_back(value.substr(open, close - open + 1));
+        tokens.push_back(value.substr(open, close - open + 1));
         from = close + 1;
     }
     return tokens;
@@ -60,11 +59,11 @@ std::vector<DiscFinding> clsPlaceholderScan::Check(const std::string& file, cons
     for (const IniLine& line : outline) {
         if (line.header || line.value.find_first_of("%[") == std::string::npos) continue;
         for (const auto& token : Tokens(line.value)) {
-            if (IsKnown(token) || !IsName(std::string_view(token).substr(1, token.size() - 2))) continue;
+            if (IsKnown(token) || !IsName(token.substr(1, token.size() - 2))) continue;
             const std::string nearest = clsNearestName::Find(token, Known());
             if (token[0] == '[' && nearest.empty()) continue;
             findings.push_back({file, line.number, FindingSeverity::Warning,
-                                token + " in \"" + line.key + "\" is no placeholder of the setup and stays as written" +
+                                std::string(token) + " in \"" + line.key + "\" is no placeholder of the setup and stays as written" +
                                     (nearest.empty() ? "" : "; did you mean " + nearest + "?")});
         }
     }

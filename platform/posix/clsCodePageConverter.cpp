@@ -110,14 +110,16 @@ const HighBytes* HighBytesOf(uint32_t codePage, const char* name) {
 std::string ByTable(std::string_view bytes, const HighBytes& table) {
     std::string out;
     out.reserve(bytes.size() + bytes.size() / 8);
-    for (const char c : bytes) {
-        const auto byte = static_cast<unsigned char>(c);
-        if (byte < 0x80) {
-            out += c;
-        } else {
-            out += table[byte - 0x80];
-        }
+    // Runs of ASCII are copied whole: most of a file is ASCII.
+    size_t run = 0;
+    for (size_t i = 0; i < bytes.size(); ++i) {
+        const auto byte = static_cast<unsigned char>(bytes[i]);
+        if (byte < 0x80) continue;
+        out.append(bytes.substr(run, i - run));
+        out += table[byte - 0x80];
+        run = i + 1;
     }
+    out.append(bytes.substr(run));
     return out;
 }
 
