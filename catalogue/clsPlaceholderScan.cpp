@@ -57,7 +57,8 @@ std::vector<std::string_view> Tokens(std::string_view value) {
 std::vector<DiscFinding> clsPlaceholderScan::Check(const std::string& file, const std::vector<IniLine>& outline) {
     std::vector<DiscFinding> findings;
     for (const IniLine& line : outline) {
-        if (line.header || line.value.find_first_of("%[") == std::string::npos) continue;
+        // Two searches for one character each are far quicker than one for either of two.
+        if (line.header || (line.value.find('%') == std::string::npos && line.value.find('[') == std::string::npos)) continue;
         for (const auto& token : Tokens(line.value)) {
             if (IsKnown(token) || !IsName(token.substr(1, token.size() - 2))) continue;
             const std::string nearest = clsNearestName::Find(token, Known());

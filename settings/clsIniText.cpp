@@ -349,10 +349,16 @@ void clsIniText::Reindex() {
         if (lines_[i].nameLength > 0) firstBlock_.try_emplace(FoldName(lines_[i].Name()), sections_.size() - 1);
     }
     keys_.assign(sections_.size(), std::nullopt);
+    lastSection_ = {};
 }
 
 const clsIniText::Section* clsIniText::FirstBlock(std::string_view section) const {
+    // Readers ask for many keys of one section in a row: the same name finds the same block.
+    if (lastSection_.valid && section == lastSection_.name) return lastSection_.index ? &sections_[*lastSection_.index] : nullptr;
     const auto it = Find(firstBlock_, section);
+    lastSection_.name.assign(section);
+    lastSection_.valid = true;
+    lastSection_.index = it == firstBlock_.end() ? std::nullopt : std::optional<size_t>(it->second);
     return it == firstBlock_.end() ? nullptr : &sections_[it->second];
 }
 
@@ -389,6 +395,10 @@ size_t clsIniText::NameHash(std::string_view name) {
     return IsAscii(name) ? FoldedHash{}(name) : FoldedHash{}(FoldName(name));
 }
 
+size_t clsIniText::TrimmedNameHash(std::string_view name) {
+    return IsAscii(name) ? FoldedHash{}(name) : FoldedHash{}(FoldName(name));
+}
+
 bool clsIniText::SameName(std::string_view a, std::string_view b) {
     a = Trim(a);
     b = Trim(b);
@@ -398,16 +408,17 @@ bool clsIniText::SameName(std::string_view a, std::string_view b) {
 }
 
 std::optional<size_t> clsIniText::FindKey(const Section& section, std::string_view key) const {
-    if (Trim(key).empty()) return std::nullopt;
+    key = Trim(key);
+    if (key.empty()) return std::nullopt;
     auto& cached = keys_[static_cast<size_t>(&section - sections_.data())];
     if (!cached) {
         cached.emplace();
         for (size_t i = section.header + 1; i < section.end; ++i) {
-            if (lines_[i].kind == Kind::Entry && lines_[i].nameLength > 0) cached->emplace_back(NameHash(lines_[i].Name()), static_cast<uint32_t>(i));
+            if (lines_[i].kind == Kind::Entry && lines_[i].nameLength > 0) cached->emplace_back(TrimmedNameHash(lines_[i].Name()), static_cast<uint32_t>(i));
         }
         std::sort(cached->begin(), cached->end());
     }
-    const size_t hash = NameHash(key);
+    const size_t hash = TrimmedNameHash(key);
     for (auto it = std::lower_bound(cached->begin(), cached->end(), std::pair<size_t, uint32_t>(hash, 0));
          it != cached->end() && it->first == hash; ++it) {
         if (SameName(lines_[it->second].Name(), key)) return it->second;

@@ -171,6 +171,8 @@ private:
     using KeyIndex = std::vector<std::pair<size_t, uint32_t>>;
     /// The index entry of a name; end() when there is none.
     [[nodiscard]] static NameIndex::const_iterator Find(const NameIndex& index, std::string_view name);
+    /// NameHash of a name without blanks at either end.
+    [[nodiscard]] static size_t TrimmedNameHash(std::string_view name);
 
     static void Classify(Line& line);
     void Reindex();
@@ -200,6 +202,13 @@ private:
     std::vector<Section> sections_;                         ///< every "[name]" line, in order
     NameIndex firstBlock_;                                  ///< folded name -> first of sections_
     mutable std::vector<std::optional<KeyIndex>> keys_;     ///< of the blocks read so far, by index in sections_
+    /// The section name asked for last and its block (index in sections_; none when missing).
+    struct LastSection {
+        std::string name;
+        bool valid = false;
+        std::optional<size_t> index;
+    };
+    mutable LastSection lastSection_;
 };
 
 } // namespace tovel
