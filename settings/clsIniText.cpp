@@ -366,16 +366,32 @@ namespace {
 char UpperAscii(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }
 } // namespace
 
-size_t clsIniText::FoldedHash::operator()(std::string_view name) const {
-    // Eight letters at a time with the case bit (0x20) cleared in every byte: a and A hash
-    // alike, as do a few signs such as [ and {, which the comparison then tells apart.
+namespace {
+
+// The hash of FoldedHash, and in ascii whether every byte was ASCII. Eight letters at a time
+// with the case bit (0x20) cleared in every byte: a and A hash alike, as do a few signs such
+// as [ and {, which the comparison then tells apart.
+size_t CaseBlindHash(std::string_view name, bool& ascii) {
     constexpr uint64_t kCaseBits = 0x2020202020202020ull;
     uint64_t hash = 0x9E3779B97F4A7C15ull ^ name.size();
-    for (size_t i = 0; i < name.size(); i += 8) {
-        hash = (hash ^ (Word(name.data() + i, name.size() - i) & ~kCaseBits)) * 0xFF51AFD7ED558CCDull;
+    uint64_t high = 0;
+    const auto mix = [&hash, &high](uint64_t word) {
+        high |= word;
+        hash = (hash ^ (word & ~kCaseBits)) * 0xFF51AFD7ED558CCDull;
         hash ^= hash >> 32;
-    }
+    };
+    size_t i = 0;
+    for (; i + 8 <= name.size(); i += 8) mix(Word(name.data() + i, 8));
+    if (i < name.size()) mix(Word(name.data() + i, name.size() - i));
+    ascii = (high & kHighBits) == 0;
     return static_cast<size_t>(hash ^ (hash >> 29));
+}
+
+} // namespace
+
+size_t clsIniText::FoldedHash::operator()(std::string_view name) const {
+    bool ascii = true;
+    return CaseBlindHash(name, ascii);
 }
 
 bool clsIniText::FoldedEqual::operator()(std::string_view a, std::string_view b) const {
@@ -390,13 +406,12 @@ clsIniText::NameIndex::const_iterator clsIniText::Find(const NameIndex& index, s
     return index.find(name);
 }
 
-size_t clsIniText::NameHash(std::string_view name) {
-    name = Trim(name);
-    return IsAscii(name) ? FoldedHash{}(name) : FoldedHash{}(FoldName(name));
-}
+size_t clsIniText::NameHash(std::string_view name) { return TrimmedNameHash(Trim(name)); }
 
 size_t clsIniText::TrimmedNameHash(std::string_view name) {
-    return IsAscii(name) ? FoldedHash{}(name) : FoldedHash{}(FoldName(name));
+    bool ascii = true;
+    const size_t hash = CaseBlindHash(name, ascii);
+    return ascii ? hash : FoldedHash{}(FoldName(name));
 }
 
 bool clsIniText::SameName(std::string_view a, std::string_view b) {
