@@ -1,8 +1,11 @@
 #include "settings/clsIniText.h"
 
 #include <algorithm>
+#include <array>
 #include <cstring>
 #include <limits>
+#include <memory>
+#include <mutex>
 
 #include "common/clsCodePage.h"
 #include "common/clsTextDecoder.h"
@@ -37,11 +40,72 @@ bool IsAscii(std::string_view text) {
     return true;
 }
 
+// The characters of a single-byte Windows code page, asked of the converter once. Such a code
+// page converts byte by byte, so a file whose every byte is a character of it converts
+// through the table as it converts whole, at a fraction of the cost. Not 1255 and 1258: their
+// converters join a letter and the accent after it into one character.
+class SingleByteTable {
+public:
+    /// The table of a single-byte ANSI code page; nullptr for any other.
+    static const SingleByteTable* For(uint32_t codePage) {
+        static constexpr std::array<uint32_t, 8> kPages = {874, 1250, 1251, 1252, 1253, 1254, 1256, 1257};
+        static std::array<std::once_flag, kPages.size()> once;
+        static std::array<std::unique_ptr<SingleByteTable>, kPages.size()> tables;
+        const auto* page = std::find(kPages.begin(), kPages.end(), codePage);
+        if (page == kPages.end()) return nullptr;
+        const auto i = static_cast<size_t>(page - kPages.begin());
+        std::call_once(once[i], [&] { tables[i] = std::make_unique<SingleByteTable>(codePage); });
+        return tables[i].get();
+    }
+
+    explicit SingleByteTable(uint32_t codePage) {
+        for (size_t b = 0; b < high_.size(); ++b) {
+            const char byte = static_cast<char>(0x80 + b);
+            high_[b] = clsCodePage::ToUtf8(std::string_view(&byte, 1), codePage).value_or("");
+        }
+    }
+
+    /// Appends bytes as UTF-8; false, having appended part, at a byte the code page lacks.
+    [[nodiscard]] bool AppendUtf8(std::string_view bytes, std::string& out) const {
+        size_t run = 0;   // start of the ASCII not yet appended
+        for (size_t i = 0; i < bytes.size(); ++i) {
+            if (static_cast<unsigned char>(bytes[i]) < 0x80) continue;
+            const std::string& character = high_[static_cast<unsigned char>(bytes[i]) - 0x80];
+            if (character.empty()) return false;
+            out.append(bytes.substr(run, i - run));
+            out += character;
+            run = i + 1;
+        }
+        out.append(bytes.substr(run));
+        return true;
+    }
+
+private:
+    std::array<std::string, 128> high_;   ///< UTF-8 of 0x80 to 0xFF; "" where the code page has no character
+};
+
 struct RawLine {
     size_t begin = 0;
     size_t length = 0;
     uint8_t end = 0;   // 0 none, 1 CR LF, 2 LF, 3 CR (the order of clsIniText::End)
 };
+
+// The first CR or LF at or after from; size when there is none. Eight bytes at a time: lines
+// are short, and one pass over them costs less than a search for each of the two.
+size_t NextLineBreak(const char* data, size_t from, size_t size) {
+    constexpr uint64_t kOnes = 0x0101010101010101ull;
+    size_t i = from;
+    for (; i + 8 <= size; i += 8) {
+        const uint64_t word = Word(data + i, 8);
+        const uint64_t cr = word ^ (kOnes * '\r');
+        const uint64_t lf = word ^ (kOnes * '\n');
+        if ((((cr - kOnes) & ~cr) | ((lf - kOnes) & ~lf)) & kHighBits) break;   // a byte of the word is CR or LF
+    }
+    for (; i < size; ++i) {
+        if (data[i] == '\r' || data[i] == '\n') return i;
+    }
+    return size;
+}
 
 // Lines of 8-bit text. CR and LF are never part of a multi-byte character in the ANSI code
 // pages, so the bytes can be split before they are decoded.
@@ -51,20 +115,17 @@ std::vector<RawLine> SplitBytes(std::string_view body) {
     const char* data = body.data();
     const size_t size = body.size();
     size_t start = 0;
-    // memchr finds the line ends far faster than a loop over every byte: files are mostly text.
     while (start < size) {
-        const auto* lf = static_cast<const char*>(std::memchr(data + start, '\n', size - start));
-        const size_t lfAt = lf != nullptr ? static_cast<size_t>(lf - data) : size;
-        if (const auto* cr = static_cast<const char*>(std::memchr(data + start, '\r', lfAt - start))) {
-            const auto at = static_cast<size_t>(cr - data);
-            const bool crLf = at + 1 < size && data[at + 1] == '\n';
-            lines.push_back({start, at - start, static_cast<uint8_t>(crLf ? 1 : 3)});
-            start = at + (crLf ? 2 : 1);
+        const size_t at = NextLineBreak(data, start, size);
+        if (at == size) break;
+        if (data[at] == '\n') {
+            lines.push_back({start, at - start, 2});
+            start = at + 1;
             continue;
         }
-        if (lfAt == size) break;
-        lines.push_back({start, lfAt - start, 2});
-        start = lfAt + 1;
+        const bool crLf = at + 1 < size && data[at + 1] == '\n';
+        lines.push_back({start, at - start, static_cast<uint8_t>(crLf ? 1 : 3)});
+        start = at + (crLf ? 2 : 1);
     }
     if (start < size) lines.push_back({start, size - start, 0});
     return lines;
@@ -214,8 +275,7 @@ int32_t clsIniText::ProfileInt(std::string_view value) {
     return static_cast<int32_t>(negative ? 0u - total : total);
 }
 
-void clsIniText::Classify(Line& line) {
-    const std::string& t = line.text;
+void clsIniText::Classify(Line& line, std::string_view t, bool holdsNul) {
     line.kind = Kind::Blank;
     line.nameBegin = line.nameLength = line.valueBegin = line.valueLength = 0;
     if (t.size() > std::numeric_limits<uint32_t>::max()) {
@@ -230,8 +290,8 @@ void clsIniText::Classify(Line& line) {
     auto range = [&](size_t begin, size_t end, uint32_t& outBegin, uint32_t& outLength) {
         while (begin < end && IsBlank(t[begin])) ++begin;
         while (end > begin && IsBlank(t[end - 1])) --end;
-        const size_t nul = t.find('\0', begin);
-        if (nul < end) end = nul;
+        const void* nul = holdsNul ? std::memchr(t.data() + begin, '\0', end - begin) : nullptr;
+        if (nul != nullptr) end = static_cast<size_t>(static_cast<const char*>(nul) - t.data());
         outBegin = static_cast<uint32_t>(begin);
         outLength = static_cast<uint32_t>(end - begin);
     };
@@ -241,14 +301,14 @@ void clsIniText::Classify(Line& line) {
     }
     if (t[p] == '[') {
         const size_t close = t.rfind(']');
-        if (close != std::string::npos && close > p) {
+        if (close != std::string_view::npos && close > p) {
             line.kind = Kind::Header;
             range(p + 1, close, line.nameBegin, line.nameLength);
             return;
         }
     }
     const size_t eq = t.find('=', p);
-    if (eq == std::string::npos) {
+    if (eq == std::string_view::npos) {
         line.kind = Kind::Text;
         range(p, n, line.nameBegin, line.nameLength);
         return;
@@ -272,57 +332,33 @@ clsIniText clsIniText::Parse(std::string_view bytes, uint32_t ansiCodePage, std:
         body.remove_suffix(1);
         warnings.push_back("ends in half a UTF-16 character; that byte is kept but not read");
     }
-    const bool bigEndian = ini.encoding_ == TextEncoding::Utf16Be;
-    const auto raw = utf16 ? SplitUtf16(body, bigEndian) : SplitBytes(body);
+    const auto raw = utf16 ? SplitUtf16(body, ini.encoding_ == TextEncoding::Utf16Be) : SplitBytes(body);
+    // UTF-16 as UTF-8 takes at most half as much again.
+    ini.store_.reserve(utf16 ? body.size() * 5 / 2 : body.size());
+    ini.store_ = body;
     ini.lines_.resize(raw.size());
-
-    // Most files are ASCII, or convert as a whole; only otherwise is each line decoded alone.
-    std::optional<std::string> whole;
-    std::vector<RawLine> wholeLines;
-    if (ini.encoding_ == TextEncoding::Ansi && !IsAscii(body)) {
-        whole = clsCodePage::ToUtf8(body, ansiCodePage);
-        if (whole) wholeLines = SplitBytes(*whole);
-        const bool sameShape = whole && wholeLines.size() == raw.size() &&
-                               std::equal(raw.begin(), raw.end(), wholeLines.begin(),
-                                          [](const RawLine& a, const RawLine& b) { return a.end == b.end; });
-        if (!sameShape) whole.reset();
-    }
-    const bool utf8Valid = ini.encoding_ == TextEncoding::Utf8 && clsCodePage::IsUtf8(body);
-
-    std::vector<size_t> badLines, nulLines, longLines;
     for (size_t i = 0; i < raw.size(); ++i) {
         Line& line = ini.lines_[i];
-        const std::string_view bytesOfLine = body.substr(raw[i].begin, raw[i].length);
+        line.raw = line.text = raw[i].begin;
+        line.rawLength = line.textLength = raw[i].length;
         line.end = static_cast<End>(raw[i].end);
-        bool valid = true;
-        if (utf16) {
-            auto decoded = clsTextDecoder::FromUtf16(bytesOfLine, bigEndian);
-            line.text = std::move(decoded.text);
-            valid = !decoded.replaced;
-        } else if (ini.encoding_ == TextEncoding::Utf8) {
-            valid = utf8Valid || clsCodePage::IsUtf8(bytesOfLine);
-            line.text = valid ? std::string(bytesOfLine) : LenientUtf8(bytesOfLine);
-        } else if (whole) {
-            line.text = whole->substr(wholeLines[i].begin, wholeLines[i].length);
-        } else if (IsAscii(bytesOfLine)) {
-            line.text = std::string(bytesOfLine);
-        } else if (auto converted = clsCodePage::ToUtf8(bytesOfLine, ansiCodePage)) {
-            line.text = std::move(*converted);
-        } else {
-            line.text = LenientAnsi(bytesOfLine, ansiCodePage);
-            valid = false;
-        }
-        line.rawIsText = line.text == bytesOfLine;
-        if (!line.rawIsText) line.raw = std::string(bytesOfLine);
-        Classify(line);
-        if (!valid) badLines.push_back(i + 1);
-        if (line.text.find('\0') != std::string::npos) nulLines.push_back(i + 1);
+    }
+    if (!raw.empty() && raw.front().end != 0) ini.newLine_ = static_cast<End>(raw.front().end);
+
+    const std::vector<size_t> badLines = ini.DecodeLines(body);
+    // A NUL byte is rare: one search of the whole store spares a search of each line.
+    const bool holdsNul = ini.store_.find('\0') != std::string::npos;
+    std::vector<size_t> longLines, nulLines;
+    for (size_t i = 0; i < ini.lines_.size(); ++i) {
+        Line& line = ini.lines_[i];
+        const std::string_view text = ini.TextOf(line);
+        Classify(line, text, holdsNul);
+        if (holdsNul && text.find('\0') != std::string_view::npos) nulLines.push_back(i + 1);
         if (line.kind == Kind::Entry && line.valueLength > kMaxValueChars &&
-            CutChars(Unquoted(line.Val()), kMaxValueChars).size() < Unquoted(line.Val()).size()) {
+            CutChars(Unquoted(ini.Val(line)), kMaxValueChars).size() < Unquoted(ini.Val(line)).size()) {
             longLines.push_back(i + 1);
         }
     }
-    if (!raw.empty() && raw.front().end != 0) ini.newLine_ = static_cast<End>(raw.front().end);
     if (!badLines.empty()) {
         warnings.push_back(LineList(badLines) + " is not valid text in " + EncodingName(ini.encoding_, ansiCodePage) +
                            "; characters that cannot be read count as U+FFFD, and the bytes stay as they are");
@@ -336,6 +372,93 @@ clsIniText clsIniText::Parse(std::string_view bytes, uint32_t ansiCodePage, std:
     return ini;
 }
 
+std::vector<size_t> clsIniText::DecodeLines(std::string_view body) {
+    switch (encoding_) {
+    case TextEncoding::Utf16Le:
+    case TextEncoding::Utf16Be: return DecodeUtf16(body);
+    case TextEncoding::Utf8: return DecodeUtf8(body);
+    case TextEncoding::Ansi: break;
+    }
+    return DecodeAnsi(body);
+}
+
+std::vector<size_t> clsIniText::DecodeUtf16(std::string_view body) {
+    std::vector<size_t> bad;
+    for (size_t i = 0; i < lines_.size(); ++i) {
+        Line& line = lines_[i];
+        const auto decoded = clsTextDecoder::FromUtf16(body.substr(line.raw, line.rawLength), encoding_ == TextEncoding::Utf16Be);
+        PutText(line, decoded.text);
+        if (decoded.replaced) bad.push_back(i + 1);
+    }
+    return bad;
+}
+
+std::vector<size_t> clsIniText::DecodeUtf8(std::string_view body) {
+    std::vector<size_t> bad;
+    if (IsAscii(body) || clsCodePage::IsUtf8(body)) return bad;
+    for (size_t i = 0; i < lines_.size(); ++i) {
+        Line& line = lines_[i];
+        const std::string_view bytes = body.substr(line.raw, line.rawLength);
+        if (clsCodePage::IsUtf8(bytes)) continue;
+        PutText(line, LenientUtf8(bytes));
+        bad.push_back(i + 1);
+    }
+    return bad;
+}
+
+std::vector<size_t> clsIniText::DecodeAnsi(std::string_view body) {
+    std::vector<size_t> bad;
+    // Most files are ASCII, or convert as a whole; only otherwise is each line decoded alone.
+    if (IsAscii(body) || DecodeByTable(body) || DecodeWhole(body)) return bad;
+    for (size_t i = 0; i < lines_.size(); ++i) {
+        Line& line = lines_[i];
+        const std::string_view bytes = body.substr(line.raw, line.rawLength);
+        if (IsAscii(bytes)) continue;
+        auto converted = clsCodePage::ToUtf8(bytes, ansiCodePage_);
+        if (!converted) bad.push_back(i + 1);
+        PutText(line, converted ? *converted : LenientAnsi(bytes, ansiCodePage_));
+    }
+    return bad;
+}
+
+bool clsIniText::DecodeByTable(std::string_view body) {
+    const SingleByteTable* table = SingleByteTable::For(ansiCodePage_);
+    if (table == nullptr) return false;
+    for (Line& line : lines_) {
+        const std::string_view bytes = body.substr(line.raw, line.rawLength);
+        if (IsAscii(bytes)) continue;
+        line.text = store_.size();
+        if (!table->AppendUtf8(bytes, store_)) {
+            // A byte the code page lacks: the converter decides what the file reads as.
+            store_.resize(body.size());
+            for (Line& undo : lines_) {
+                undo.text = undo.raw;
+                undo.textLength = undo.rawLength;
+            }
+            return false;
+        }
+        line.textLength = store_.size() - line.text;
+    }
+    return true;
+}
+
+bool clsIniText::DecodeWhole(std::string_view body) {
+    auto whole = clsCodePage::ToUtf8(body, ansiCodePage_);
+    if (!whole) return false;
+    const auto wholeLines = SplitBytes(*whole);
+    const bool sameShape = wholeLines.size() == lines_.size() &&
+                           std::equal(lines_.begin(), lines_.end(), wholeLines.begin(),
+                                      [](const Line& a, const RawLine& b) { return static_cast<uint8_t>(a.end) == b.end; });
+    if (!sameShape) return false;
+    const size_t at = store_.size();
+    store_ += *whole;
+    for (size_t i = 0; i < lines_.size(); ++i) {
+        lines_[i].text = at + wholeLines[i].begin;
+        lines_[i].textLength = wholeLines[i].length;
+    }
+    return true;
+}
+
 void clsIniText::Reindex() {
     sections_.clear();
     firstBlock_.clear();
@@ -346,7 +469,7 @@ void clsIniText::Reindex() {
         if (lines_[i].kind != Kind::Header) continue;
         if (!sections_.empty()) sections_.back().end = i;
         sections_.push_back({i, lines_.size()});
-        if (lines_[i].nameLength > 0) firstBlock_.try_emplace(FoldName(lines_[i].Name()), sections_.size() - 1);
+        if (lines_[i].nameLength > 0) firstBlock_.try_emplace(FoldName(Name(lines_[i])), sections_.size() - 1);
     }
     keys_.assign(sections_.size(), std::nullopt);
     lastSection_ = {};
@@ -429,14 +552,14 @@ std::optional<size_t> clsIniText::FindKey(const Section& section, std::string_vi
     if (!cached) {
         cached.emplace();
         for (size_t i = section.header + 1; i < section.end; ++i) {
-            if (lines_[i].kind == Kind::Entry && lines_[i].nameLength > 0) cached->emplace_back(TrimmedNameHash(lines_[i].Name()), static_cast<uint32_t>(i));
+            if (lines_[i].kind == Kind::Entry && lines_[i].nameLength > 0) cached->emplace_back(TrimmedNameHash(Name(lines_[i])), static_cast<uint32_t>(i));
         }
         std::sort(cached->begin(), cached->end());
     }
     const size_t hash = TrimmedNameHash(key);
     for (auto it = std::lower_bound(cached->begin(), cached->end(), std::pair<size_t, uint32_t>(hash, 0));
          it != cached->end() && it->first == hash; ++it) {
-        if (SameName(lines_[it->second].Name(), key)) return it->second;
+        if (SameName(Name(lines_[it->second]), key)) return it->second;
     }
     return std::nullopt;
 }
@@ -456,14 +579,14 @@ std::optional<clsIniText::FoundValue> clsIniText::FindValue(std::string_view sec
     if (block == nullptr) return std::nullopt;
     const auto index = FindKey(*block, key);
     if (!index) return std::nullopt;
-    return FoundValue{*index + 1, CutChars(Unquoted(lines_[*index].Val()), kMaxValueChars)};
+    return FoundValue{*index + 1, CutChars(Unquoted(Val(lines_[*index])), kMaxValueChars)};
 }
 
 std::vector<std::string> clsIniText::SectionNames() const {
     std::vector<std::string> names;
     names.reserve(sections_.size());
     for (const auto& section : sections_) {
-        const auto name = lines_[section.header].Name();
+        const auto name = Name(lines_[section.header]);
         if (!name.empty()) names.emplace_back(name);
     }
     return names;
@@ -475,8 +598,8 @@ std::vector<IniEntry> clsIniText::Entries(std::string_view section) const {
     if (block == nullptr) return entries;
     for (size_t i = block->header + 1; i < block->end; ++i) {
         const Line& line = lines_[i];
-        if (line.kind == Kind::Entry) entries.push_back({std::string(line.Name()), std::string(line.Val())});
-        if (line.kind == Kind::Text) entries.push_back({std::string(line.Name()), std::string()});
+        if (line.kind == Kind::Entry) entries.push_back({std::string(Name(line)), std::string(Val(line))});
+        if (line.kind == Kind::Text) entries.push_back({std::string(Name(line)), std::string()});
     }
     return entries;
 }
@@ -491,14 +614,14 @@ std::vector<IniLine> clsIniText::Outline() const {
     for (size_t i = 0; i < lines_.size(); ++i) {
         const Line& line = lines_[i];
         if (line.kind == Kind::Header) {
-            section = std::string(line.Name());
+            section = std::string(Name(line));
             while (block < sections_.size() && sections_[block].header < i) ++block;
             const auto found = firstBlock_.find(FoldName(section));
             first = found != firstBlock_.end() && found->second == block;
             outline.push_back({i + 1, true, section, {}, {}, first});
         } else if (line.kind == Kind::Entry || line.kind == Kind::Text) {
-            outline.push_back({i + 1, false, section, std::string(line.Name()),
-                               line.kind == Kind::Entry ? std::string(line.Val()) : std::string(), first});
+            outline.push_back({i + 1, false, section, std::string(Name(line)),
+                               line.kind == Kind::Entry ? std::string(Val(line)) : std::string(), first});
         }
     }
     return outline;
@@ -554,32 +677,43 @@ std::string clsIniText::DecodeBack(std::string_view bytes, std::string_view text
 
 bool clsIniText::Writable(std::string_view name) const { return DecodeBack(EncodeText(name), name) == name; }
 
-void clsIniText::SetLine(Line& line, std::string text, std::string raw) {
-    line.rawIsText = raw == text;
-    line.raw = line.rawIsText ? std::string() : std::move(raw);
-    line.text = std::move(text);
-    Classify(line);
+void clsIniText::PutText(Line& line, std::string_view text) {
+    line.textLength = text.size();
+    if (text == RawOf(line)) {
+        line.text = line.raw;
+        return;
+    }
+    line.text = store_.size();
+    store_ += text;
+}
+
+void clsIniText::SetLine(Line& line, std::string_view text, std::string_view raw) {
+    line.raw = store_.size();
+    line.rawLength = raw.size();
+    store_ += raw;
+    PutText(line, text);
+    Classify(line, TextOf(line), TextOf(line).find('\0') != std::string_view::npos);
 }
 
 std::string clsIniText::RawPrefix(const Line& line) const {
-    if (line.rawIsText) return line.text.substr(0, line.valueBegin);
+    const std::string_view raw = RawOf(line);
+    if (raw == TextOf(line)) return std::string(raw.substr(0, line.valueBegin));
     // Up to the first "=" and the blanks after it, in the file's own bytes: "=" and blanks
     // are never part of another character.
     const bool utf16 = clsTextDecoder::IsUtf16(encoding_);
     const size_t step = utf16 ? 2 : 1;
-    auto unit = [&](size_t i) { return utf16 ? clsTextDecoder::UnitAt(line.raw, i, encoding_ == TextEncoding::Utf16Be) : static_cast<unsigned char>(line.raw[i]); };
+    auto unit = [&](size_t i) { return utf16 ? clsTextDecoder::UnitAt(raw, i, encoding_ == TextEncoding::Utf16Be) : static_cast<unsigned char>(raw[i]); };
     size_t i = 0;
-    while (i + step <= line.raw.size() && unit(i) != '=') i += step;
-    if (i + step <= line.raw.size()) i += step;
-    while (i + step <= line.raw.size() && (unit(i) == ' ' || unit(i) == '\t')) i += step;
-    return line.raw.substr(0, i);
+    while (i + step <= raw.size() && unit(i) != '=') i += step;
+    if (i + step <= raw.size()) i += step;
+    while (i + step <= raw.size() && (unit(i) == ' ' || unit(i) == '\t')) i += step;
+    return std::string(raw.substr(0, i));
 }
 
-clsIniText::Line clsIniText::MakeLine(const std::string& text) const {
+clsIniText::Line clsIniText::MakeLine(std::string_view text) {
     Line line;
-    std::string raw = EncodeText(text);
-    std::string back = DecodeBack(raw, text);
-    SetLine(line, std::move(back), std::move(raw));
+    const std::string raw = EncodeText(text);
+    SetLine(line, DecodeBack(raw, text), raw);
     line.end = newLine_;
     return line;
 }
@@ -587,7 +721,7 @@ clsIniText::Line clsIniText::MakeLine(const std::string& text) const {
 void clsIniText::InsertLine(size_t at, Line line) {
     if (at > 0 && lines_[at - 1].end == End::None) lines_[at - 1].end = newLine_;
     // A lone CR before an empty LF line would read back as one CR LF, and the blank line would go.
-    if (line.end == End::Cr && at < lines_.size() && lines_[at].text.empty() && lines_[at].end == End::Lf) {
+    if (line.end == End::Cr && at < lines_.size() && lines_[at].textLength == 0 && lines_[at].end == End::Lf) {
         line.end = End::CrLf;
     }
     lines_.insert(lines_.begin() + static_cast<std::ptrdiff_t>(at), std::move(line));
@@ -633,9 +767,9 @@ bool clsIniText::SetValue(std::string_view section, std::string_view key, std::s
         // page lacks is read back as what was written for it.
         Line& line = lines_[*index];
         const std::string valueBytes = EncodeText(value);
-        std::string raw = RawPrefix(line) + valueBytes;
-        if (raw == (line.rawIsText ? line.text : line.raw)) return false;
-        SetLine(line, line.text.substr(0, line.valueBegin) + DecodeBack(valueBytes, value), std::move(raw));
+        const std::string raw = RawPrefix(line) + valueBytes;
+        if (raw == RawOf(line)) return false;
+        SetLine(line, std::string(TextOf(line).substr(0, line.valueBegin)) + DecodeBack(valueBytes, value), raw);
         return true;
     }
     size_t at = block->header + 1;
@@ -654,9 +788,9 @@ bool clsIniText::RemoveKey(std::string_view section, std::string_view key) {
     std::vector<bool> drop(lines_.size(), false);
     bool any = false;
     for (const auto& block : sections_) {
-        if (FoldName(lines_[block.header].Name()) != sectionName) continue;
+        if (FoldName(Name(lines_[block.header])) != sectionName) continue;
         for (size_t i = block.header + 1; i < block.end; ++i) {
-            if (lines_[i].kind == Kind::Entry && FoldName(lines_[i].Name()) == keyName) any = drop[i] = true;
+            if (lines_[i].kind == Kind::Entry && FoldName(Name(lines_[i])) == keyName) any = drop[i] = true;
         }
     }
     if (any) DropLines(drop);
@@ -669,7 +803,7 @@ bool clsIniText::RemoveSection(std::string_view section) {
     std::vector<bool> drop(lines_.size(), false);
     bool any = false;
     for (const auto& block : sections_) {
-        if (FoldName(lines_[block.header].Name()) != sectionName) continue;
+        if (FoldName(Name(lines_[block.header])) != sectionName) continue;
         std::fill(drop.begin() + static_cast<std::ptrdiff_t>(block.header), drop.begin() + static_cast<std::ptrdiff_t>(block.end), true);
         any = true;
     }
@@ -690,13 +824,13 @@ void clsIniText::DropLines(const std::vector<bool>& drop) {
 
 std::string clsIniText::Bytes() const {
     size_t size = bom_.size() + tail_.size();
-    for (const auto& line : lines_) size += (line.rawIsText ? line.text.size() : line.raw.size()) + 4;
+    for (const auto& line : lines_) size += line.rawLength + 4;
     std::string out;
     out.reserve(size);
     out += bom_;
     const std::string ends[] = {EndBytes(End::None), EndBytes(End::CrLf), EndBytes(End::Lf), EndBytes(End::Cr)};
     for (const auto& line : lines_) {
-        out += line.rawIsText ? line.text : line.raw;
+        out += RawOf(line);
         out += ends[static_cast<size_t>(line.end)];
     }
     out += tail_;

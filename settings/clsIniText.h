@@ -138,16 +138,15 @@ private:
     enum class Kind : uint8_t { Blank, Comment, Header, Entry, Text };
     enum class End : uint8_t { None, CrLf, Lf, Cr };
 
+    /// Where a line lies in store_: its bytes, and its UTF-8 text where that differs (else
+    /// text == raw). Offsets, not pointers, so a copy or move of the text stays valid.
     struct Line {
-        std::string text;          ///< UTF-8, without the line end
-        std::string raw;           ///< the file's bytes of the line when they differ from text
-        bool rawIsText = true;
+        size_t raw = 0, rawLength = 0;      ///< the file's bytes of the line, without the line end
+        size_t text = 0, textLength = 0;    ///< UTF-8
+        uint32_t nameBegin = 0, nameLength = 0;    ///< key, or section name, in the text
+        uint32_t valueBegin = 0, valueLength = 0;  ///< in the text; valueBegin follows "=" and blanks
         End end = End::None;
         Kind kind = Kind::Blank;
-        uint32_t nameBegin = 0, nameLength = 0;    ///< key, or section name, in text
-        uint32_t valueBegin = 0, valueLength = 0;  ///< in text; valueBegin follows "=" and blanks
-        [[nodiscard]] std::string_view Name() const { return std::string_view(text).substr(nameBegin, nameLength); }
-        [[nodiscard]] std::string_view Val() const { return std::string_view(text).substr(valueBegin, valueLength); }
     };
 
     struct Section {
@@ -174,7 +173,28 @@ private:
     /// NameHash of a name without blanks at either end.
     [[nodiscard]] static size_t TrimmedNameHash(std::string_view name);
 
-    static void Classify(Line& line);
+    [[nodiscard]] std::string_view TextOf(const Line& line) const { return {store_.data() + line.text, line.textLength}; }
+    [[nodiscard]] std::string_view RawOf(const Line& line) const { return {store_.data() + line.raw, line.rawLength}; }
+    [[nodiscard]] std::string_view Name(const Line& line) const { return TextOf(line).substr(line.nameBegin, line.nameLength); }
+    [[nodiscard]] std::string_view Val(const Line& line) const { return TextOf(line).substr(line.valueBegin, line.valueLength); }
+    /// Points the line's text at text: at its bytes when they read the same, else at a copy
+    /// added to the store. text must not lie in the store.
+    void PutText(Line& line, std::string_view text);
+
+    /// Points each line's text at its decoded text, adding to the store what differs from the
+    /// bytes; body is the file's text part (the store's start, which the adding may move).
+    /// Gives the numbers of the lines that are not valid in the encoding.
+    std::vector<size_t> DecodeLines(std::string_view body);
+    std::vector<size_t> DecodeUtf16(std::string_view body);
+    std::vector<size_t> DecodeUtf8(std::string_view body);
+    std::vector<size_t> DecodeAnsi(std::string_view body);
+    /// A single-byte code page byte by byte; false, with nothing changed, where it does not apply.
+    bool DecodeByTable(std::string_view body);
+    /// The whole body through the converter; false, with nothing changed, where it fails or
+    /// its lines do not match the bytes' lines.
+    bool DecodeWhole(std::string_view body);
+    /// Finds the line's kind, name and value; holdsNul says whether text may hold a NUL.
+    static void Classify(Line& line, std::string_view text, bool holdsNul);
     void Reindex();
     [[nodiscard]] const Section* FirstBlock(std::string_view section) const;
     [[nodiscard]] std::optional<size_t> FindKey(const Section& section, std::string_view key) const;
@@ -185,10 +205,11 @@ private:
     [[nodiscard]] std::string DecodeBack(std::string_view bytes, std::string_view text) const;
     /// True if a name reads back as written.
     [[nodiscard]] bool Writable(std::string_view name) const;
-    static void SetLine(Line& line, std::string text, std::string raw);
+    /// Adds a line's new bytes and text to the store and points the line at them.
+    void SetLine(Line& line, std::string_view text, std::string_view raw);
     /// The line's bytes up to its value.
     [[nodiscard]] std::string RawPrefix(const Line& line) const;
-    [[nodiscard]] Line MakeLine(const std::string& text) const;
+    [[nodiscard]] Line MakeLine(std::string_view text);
     void InsertLine(size_t at, Line line);
     void DropLines(const std::vector<bool>& drop);
     [[nodiscard]] std::string EndBytes(End end) const;
@@ -198,6 +219,9 @@ private:
     std::string bom_;
     std::string tail_;          ///< a last odd byte of a UTF-16 file
     End newLine_ = End::CrLf;   ///< the line end new lines get
+    /// The file's body bytes, then the text of the lines whose text differs from their bytes,
+    /// then what edits add. Nothing in it moves; a dropped line's bytes stay unused.
+    std::string store_;
     std::vector<Line> lines_;
     std::vector<Section> sections_;                         ///< every "[name]" line, in order
     NameIndex firstBlock_;                                  ///< folded name -> first of sections_
