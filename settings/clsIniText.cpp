@@ -429,12 +429,9 @@ bool clsIniText::DecodeByTable(std::string_view body) {
         if (IsAscii(bytes)) continue;
         line.text = store_.size();
         if (!table->AppendUtf8(bytes, store_)) {
-            // A byte the code page lacks: the converter decides what the file reads as.
+            // A byte the code page lacks: the converter decides what the file reads as, and
+            // decodes again each line that is not ASCII, the only lines touched here.
             store_.resize(body.size());
-            for (Line& undo : lines_) {
-                undo.text = undo.raw;
-                undo.textLength = undo.rawLength;
-            }
             return false;
         }
         line.textLength = store_.size() - line.text;

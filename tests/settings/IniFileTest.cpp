@@ -5,10 +5,12 @@
 
 #include <algorithm>
 #include <climits>
+#include <functional>
 #include <string>
 #include <vector>
 
 #include "common/clsCodePage.h"
+#include "common/clsTextDecoder.h"
 #include "common/mdlMessage.h"
 #include "settings/clsIniFile.h"
 #include "tests/support/TestBed.h"
@@ -454,6 +456,71 @@ TEST(IniText, DoubleByteCodePageIsDecodedBeforeItIsParsed) {
     // A new value leaves the bytes before it as they were, even those that are no text.
     EXPECT_TRUE(text.SetValue(section, "\xEF\xBF\xBD k", "2", error));
     EXPECT_EQ(text.Bytes(), "[A\x81\x5D]\r\nk=\x82\xA0\r\n[\x81\x5D\r\nbad=\x81\x20x\r\n\x81 k=2\r\nn=\x82\xA2\r\n");
+}
+
+// Edits add each new line to the end of the text's store and leave the rest in place: every
+// way of reading a file (byte by byte, converted whole, line by line, from UTF-16) must keep
+// pointing at the right bytes after edits of edited lines, removals and new sections.
+TEST(IniText, EditsInARowKeepEveryEncodingByteForByte) {
+    struct Case {
+        const char* name;
+        uint32_t codePage;
+        std::string bom, firstLine;   // firstLine: raw bytes, kept as they are
+        std::string section, value1, value2;
+        std::function<std::string(std::string_view)> encode;
+    };
+    auto ansi = [](uint32_t codePage) { return [codePage](std::string_view t) { return clsIniText::AnsiBytes(t, codePage); }; };
+    auto utf16 = [](bool bigEndian) { return [bigEndian](std::string_view t) { return clsTextDecoder::ToUtf16(t, bigEndian); }; };
+    const std::string loneSurrogate = clsTextDecoder::ToUtf16("; ", false) + std::string("\x00\xD8", 2) + clsTextDecoder::ToUtf16("\r\n", false);
+    const Case cases[] = {
+        {"1252", 1252, "", "; ok\r\n", "Gr\xC3\xB6\xC3\x9F" "e", "Z\xC3\xBCrich", "M\xC3\xBCnchen", ansi(1252)},
+        {"1252, a byte it lacks", 1252, "", "; \x81\r\n", "Gr\xC3\xB6\xC3\x9F" "e", "Z\xC3\xBCrich", "M\xC3\xBCnchen", ansi(1252)},
+        {"932", 932, "", "; ok\r\n", "\xE6\x97\xA5\xE6\x9C\xAC", "\xE6\x9D\xB1\xE4\xBA\xAC", "\xE5\xA4\xA7\xE9\x98\xAA", ansi(932)},
+        {"UTF-8, a broken line", 1252, "\xEF\xBB\xBF", "; \xFF\r\n", "\xCE\xA9", "\xE2\x82\xAC", "\xF0\x9F\x98\x80", [](std::string_view t) { return std::string(t); }},
+        {"UTF-16 LE, a lone surrogate", 1252, "\xFF\xFE", loneSurrogate, "\xCE\xA9", "\xE2\x82\xAC", "\xF0\x9F\x98\x80", utf16(false)},
+        {"UTF-16 BE", 1252, "\xFE\xFF", clsTextDecoder::ToUtf16("; ok\r\n", true), "\xCE\xA9", "\xE2\x82\xAC", "\xF0\x9F\x98\x80", utf16(true)},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        const std::string source = "[" + c.section + "]\r\nName = " + c.value1 + "\r\nKeep=1\r\n[Old]\r\nx=1\r\n";
+        std::vector<std::string> warnings;
+        auto text = clsIniText::Parse(c.bom + c.firstLine + c.encode(source), c.codePage, warnings);
+        ASSERT_EQ(text.Value(c.section, "name").value_or(""), c.value1);
+        std::string error;
+        EXPECT_TRUE(text.SetValue(c.section, "Name", c.value2, error)) << error;
+        EXPECT_TRUE(text.SetValue(c.section, "Name", c.value1 + c.value2, error)) << error;
+        EXPECT_TRUE(text.SetValue(c.section, "New", c.value2, error)) << error;
+        EXPECT_TRUE(text.RemoveSection("old"));
+        EXPECT_TRUE(text.SetValue("Old", "y", c.value1, error)) << error;
+        EXPECT_TRUE(text.RemoveKey(c.section, "KEEP"));
+        EXPECT_FALSE(text.SetValue(c.section, "Name", c.value1 + c.value2, error));
+        const std::string expected = "[" + c.section + "]\r\nName = " + c.value1 + c.value2 + "\r\nNew=" + c.value2 +
+                                     "\r\n[Old]\r\ny=" + c.value1 + "\r\n";
+        EXPECT_EQ(text.Bytes(), c.bom + c.firstLine + c.encode(expected));
+        const auto again = clsIniText::Parse(text.Bytes(), c.codePage, warnings);
+        EXPECT_EQ(again.Bytes(), text.Bytes());
+        EXPECT_EQ(again.Value(c.section, "name"), text.Value(c.section, "name"));
+        EXPECT_EQ(again.Value("old", "Y").value_or(""), c.value1);
+        EXPECT_EQ(again.Entries(c.section), text.Entries(c.section));
+    }
+}
+
+// A text holds no pointers into itself: copies and moves read and change on their own.
+TEST(IniText, ACopyIsEditedApartFromItsOriginal) {
+    std::vector<std::string> warnings;
+    auto original = clsIniText::Parse("\xFF\xFE" + clsTextDecoder::ToUtf16("[S]\r\nk=\xC3\xA4\r\n", false), 1252, warnings);
+    std::string error;
+    ASSERT_TRUE(original.SetValue("S", "k", "\xC3\xB6", error));
+    auto copy = original;
+    ASSERT_TRUE(copy.SetValue("S", "k", "copy", error));
+    ASSERT_TRUE(copy.SetValue("S", "n", "new", error));
+    EXPECT_EQ(original.Value("S", "k").value_or(""), "\xC3\xB6");
+    EXPECT_FALSE(original.Value("S", "n").has_value());
+    ASSERT_TRUE(original.SetValue("S", "k", "own", error));
+    const clsIniText moved = std::move(copy);
+    EXPECT_EQ(moved.Value("S", "k").value_or(""), "copy");
+    EXPECT_EQ(moved.Bytes(), "\xFF\xFE" + clsTextDecoder::ToUtf16("[S]\r\nk=copy\r\nn=new\r\n", false));
+    EXPECT_EQ(original.Bytes(), "\xFF\xFE" + clsTextDecoder::ToUtf16("[S]\r\nk=own\r\n", false));
 }
 
 } // namespace
