@@ -1,14 +1,12 @@
 #include "settings/clsIniText.h"
 
 #include <algorithm>
-#include <array>
 #include <cstring>
 #include <limits>
-#include <memory>
-#include <mutex>
 
 #include "common/clsCodePage.h"
 #include "common/clsTextDecoder.h"
+#include "platform/clsCodePageConverter.h"
 #include "platform/clsUtf8.h"
 #include "platform/clsWindowsPath.h"
 
@@ -40,49 +38,12 @@ bool IsAscii(std::string_view text) {
     return true;
 }
 
-// The characters of a single-byte Windows code page, asked of the converter once. Such a code
-// page converts byte by byte, so a file whose every byte is a character of it converts
-// through the table as it converts whole, at a fraction of the cost. Not 1255 and 1258: their
-// converters join a letter and the accent after it into one character.
-class SingleByteTable {
-public:
-    /// The table of a single-byte ANSI code page; nullptr for any other.
-    static const SingleByteTable* For(uint32_t codePage) {
-        static constexpr std::array<uint32_t, 8> kPages = {874, 1250, 1251, 1252, 1253, 1254, 1256, 1257};
-        static std::array<std::once_flag, kPages.size()> once;
-        static std::array<std::unique_ptr<SingleByteTable>, kPages.size()> tables;
-        const auto* page = std::find(kPages.begin(), kPages.end(), codePage);
-        if (page == kPages.end()) return nullptr;
-        const auto i = static_cast<size_t>(page - kPages.begin());
-        std::call_once(once[i], [&] { tables[i] = std::make_unique<SingleByteTable>(codePage); });
-        return tables[i].get();
-    }
-
-    explicit SingleByteTable(uint32_t codePage) {
-        for (size_t b = 0; b < high_.size(); ++b) {
-            const char byte = static_cast<char>(0x80 + b);
-            high_[b] = clsCodePage::ToUtf8(std::string_view(&byte, 1), codePage).value_or("");
-        }
-    }
-
-    /// Appends bytes as UTF-8; false, having appended part, at a byte the code page lacks.
-    [[nodiscard]] bool AppendUtf8(std::string_view bytes, std::string& out) const {
-        size_t run = 0;   // start of the ASCII not yet appended
-        for (size_t i = 0; i < bytes.size(); ++i) {
-            if (static_cast<unsigned char>(bytes[i]) < 0x80) continue;
-            const std::string& character = high_[static_cast<unsigned char>(bytes[i]) - 0x80];
-            if (character.empty()) return false;
-            out.append(bytes.substr(run, i - run));
-            out += character;
-            run = i + 1;
-        }
-        out.append(bytes.substr(run));
-        return true;
-    }
-
-private:
-    std::array<std::string, 128> high_;   ///< UTF-8 of 0x80 to 0xFF; "" where the code page has no character
-};
+// The double-byte ANSI code pages and UTF-8. A file in one of them converts whole, since each
+// call of their converter costs; in any other page only the lines that are not ASCII convert,
+// each alone, which reads the same, as no character spans a line end.
+bool ConvertsWhole(uint32_t codePage) {
+    return codePage == 932 || codePage == 936 || codePage == 949 || codePage == 950 || codePage == kCodePageUtf8;
+}
 
 struct RawLine {
     size_t begin = 0;
@@ -408,8 +369,8 @@ std::vector<size_t> clsIniText::DecodeUtf8(std::string_view body) {
 
 std::vector<size_t> clsIniText::DecodeAnsi(std::string_view body) {
     std::vector<size_t> bad;
-    // Most files are ASCII, or convert as a whole; only otherwise is each line decoded alone.
-    if (IsAscii(body) || DecodeByTable(body) || DecodeWhole(body)) return bad;
+    // Most files are ASCII; only otherwise is a line decoded alone.
+    if (IsAscii(body) || (ConvertsWhole(ansiCodePage_) && DecodeWhole(body))) return bad;
     for (size_t i = 0; i < lines_.size(); ++i) {
         Line& line = lines_[i];
         const std::string_view bytes = body.substr(line.raw, line.rawLength);
@@ -419,24 +380,6 @@ std::vector<size_t> clsIniText::DecodeAnsi(std::string_view body) {
         PutText(line, converted ? *converted : LenientAnsi(bytes, ansiCodePage_));
     }
     return bad;
-}
-
-bool clsIniText::DecodeByTable(std::string_view body) {
-    const SingleByteTable* table = SingleByteTable::For(ansiCodePage_);
-    if (table == nullptr) return false;
-    for (Line& line : lines_) {
-        const std::string_view bytes = body.substr(line.raw, line.rawLength);
-        if (IsAscii(bytes)) continue;
-        line.text = store_.size();
-        if (!table->AppendUtf8(bytes, store_)) {
-            // A byte the code page lacks: the converter decides what the file reads as, and
-            // decodes again each line that is not ASCII, the only lines touched here.
-            store_.resize(body.size());
-            return false;
-        }
-        line.textLength = store_.size() - line.text;
-    }
-    return true;
 }
 
 bool clsIniText::DecodeWhole(std::string_view body) {

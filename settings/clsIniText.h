@@ -188,9 +188,6 @@ private:
     std::vector<size_t> DecodeUtf16(std::string_view body);
     std::vector<size_t> DecodeUtf8(std::string_view body);
     std::vector<size_t> DecodeAnsi(std::string_view body);
-    /// A single-byte code page byte by byte; false where it does not apply, with the store
-    /// as it was and the lines that are not ASCII left to be decoded again.
-    bool DecodeByTable(std::string_view body);
     /// The whole body through the converter; false, with nothing changed, where it fails or
     /// its lines do not match the bytes' lines.
     bool DecodeWhole(std::string_view body);
