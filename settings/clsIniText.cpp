@@ -369,7 +369,8 @@ std::vector<size_t> clsIniText::DecodeUtf8(std::string_view body) {
 
 std::vector<size_t> clsIniText::DecodeAnsi(std::string_view body) {
     std::vector<size_t> bad;
-    // Most files are ASCII; only otherwise is a line decoded alone.
+    // Most files are ASCII. A double-byte file converts whole where it can; otherwise each
+    // line that is not ASCII converts alone.
     if (IsAscii(body) || (ConvertsWhole(ansiCodePage_) && DecodeWhole(body))) return bad;
     for (size_t i = 0; i < lines_.size(); ++i) {
         Line& line = lines_[i];
