@@ -629,6 +629,7 @@ void clsIniText::PutText(Line& line, std::string_view text) {
 }
 
 void clsIniText::SetLine(Line& line, std::string_view text, std::string_view raw) {
+    dropped_ += Footprint(line);
     line.raw = store_.size();
     line.rawLength = raw.size();
     store_ += raw;
@@ -683,6 +684,12 @@ std::string clsIniText::WriteRefusal(std::string_view section, std::string_view 
 }
 
 bool clsIniText::SetValue(std::string_view section, std::string_view key, std::string_view value, std::string& error) {
+    const bool changed = ChangeValue(section, key, value, error);
+    if (changed) CompactIfWasteful();
+    return changed;
+}
+
+bool clsIniText::ChangeValue(std::string_view section, std::string_view key, std::string_view value, std::string& error) {
     error = WriteRefusal(section, key, value);
     if (!error.empty()) return false;
     const std::string_view sectionName = Trim(section);
@@ -755,12 +762,37 @@ bool clsIniText::RemoveSection(std::string_view section) {
 void clsIniText::DropLines(const std::vector<bool>& drop) {
     size_t kept = 0;
     for (size_t i = 0; i < lines_.size(); ++i) {
-        if (drop[i]) continue;
+        if (drop[i]) {
+            dropped_ += Footprint(lines_[i]);
+            continue;
+        }
         if (kept != i) lines_[kept] = std::move(lines_[i]);
         ++kept;
     }
     lines_.resize(kept);
     Reindex();
+    CompactIfWasteful();
+}
+
+size_t clsIniText::Footprint(const Line& line) { return line.rawLength + (line.text != line.raw ? line.textLength : 0); }
+
+void clsIniText::CompactIfWasteful() {
+    // A few edits leave little behind; a long run of them on one key would grow the store
+    // without end.
+    constexpr size_t kSlack = 64 * 1024;
+    if (dropped_ <= kSlack || dropped_ <= store_.size() / 2) return;
+    std::string store;
+    store.reserve(store_.size() - dropped_);
+    for (Line& line : lines_) {
+        const size_t raw = store.size();
+        store += RawOf(line);
+        const size_t text = line.text == line.raw ? raw : store.size();
+        if (text != raw) store += TextOf(line);
+        line.raw = raw;
+        line.text = text;
+    }
+    store_ = std::move(store);
+    dropped_ = 0;
 }
 
 std::string clsIniText::Bytes() const {

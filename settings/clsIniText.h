@@ -210,6 +210,13 @@ private:
     [[nodiscard]] Line MakeLine(std::string_view text);
     void InsertLine(size_t at, Line line);
     void DropLines(const std::vector<bool>& drop);
+    /// SetValue but for tidying the store.
+    bool ChangeValue(std::string_view section, std::string_view key, std::string_view value, std::string& error);
+    /// The bytes of the store a line points at.
+    [[nodiscard]] static size_t Footprint(const Line& line);
+    /// Writes the store anew, only what the lines point at, once edits have left more of it
+    /// unused than used. Only between changes: every line must be in lines_.
+    void CompactIfWasteful();
     [[nodiscard]] std::string EndBytes(End end) const;
 
     uint32_t ansiCodePage_ = 1252;
@@ -218,8 +225,10 @@ private:
     std::string tail_;          ///< a last odd byte of a UTF-16 file
     End newLine_ = End::CrLf;   ///< the line end new lines get
     /// The file's body bytes, then the text of the lines whose text differs from their bytes,
-    /// then what edits add. Nothing in it moves; a dropped line's bytes stay unused.
+    /// then what edits add. An edit moves nothing; what it replaces stays unused until that
+    /// outweighs the rest, and CompactIfWasteful writes the store anew.
     std::string store_;
+    size_t dropped_ = 0;        ///< bytes of the store that no line points at any more
     std::vector<Line> lines_;
     std::vector<Section> sections_;                         ///< every "[name]" line, in order
     NameIndex firstBlock_;                                  ///< folded name -> first of sections_

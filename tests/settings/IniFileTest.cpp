@@ -523,5 +523,26 @@ TEST(IniText, ACopyIsEditedApartFromItsOriginal) {
     EXPECT_EQ(original.Bytes(), "\xFF\xFE" + clsTextDecoder::ToUtf16("[S]\r\nk=own\r\n", false));
 }
 
+// Edits leave what they replace behind in the store until it is written anew: a long run of
+// them, changing one line and adding and removing another, keeps every other line as it was.
+TEST(IniText, ALongRunOfEditsKeepsEveryOtherLine) {
+    auto utf16 = [](std::string_view text) { return "\xFF\xFE" + clsTextDecoder::ToUtf16(text, false); };
+    std::vector<std::string> warnings;
+    auto text = clsIniText::Parse(utf16("[S]\r\nk=0\r\nkeep=\xC3\xA4\r\n[T]\r\nx=\xC3\xB6\r\n"), 1252, warnings);
+    std::string error;
+    std::string value;
+    for (int i = 0; i < 3000; ++i) {
+        value = std::string(100, 'v') + std::to_string(i);
+        ASSERT_TRUE(text.SetValue("S", "k", value, error));
+        if (i % 10 == 0) {
+            ASSERT_TRUE(text.SetValue("T", "gone", value, error));
+            ASSERT_TRUE(text.RemoveKey("T", "gone"));
+        }
+    }
+    EXPECT_EQ(text.Value("S", "keep").value_or(""), "\xC3\xA4");
+    EXPECT_EQ(text.Value("T", "x").value_or(""), "\xC3\xB6");
+    EXPECT_EQ(text.Bytes(), utf16("[S]\r\nk=" + value + "\r\nkeep=\xC3\xA4\r\n[T]\r\nx=\xC3\xB6\r\n"));
+}
+
 } // namespace
 } // namespace tovel
