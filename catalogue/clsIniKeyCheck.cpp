@@ -88,8 +88,9 @@ std::vector<DiscFinding> clsIniKeyCheck::Check(const std::string& file, const st
     const std::vector<size_t> headersRead = HeadersRead(outline);
     const Known noKeyAskedInVain;
     const Known* section = nullptr;
-    // key -> line, in the current block; the keys are views into the outline
-    std::unordered_map<std::string_view, size_t, clsIniText::NameHasher, clsIniText::NameEqual> seen;
+    // The keys of the current block so far with their hashes: a block holds a few dozen, so a
+    // search through them costs less than a map's nodes.
+    std::vector<std::pair<size_t, const IniLine*>> seen;
     for (const IniLine& line : outline) {
         if (line.header) {
             seen.clear();
@@ -110,11 +111,16 @@ std::vector<DiscFinding> clsIniKeyCheck::Check(const std::string& file, const st
             continue;
         }
         if (section == nullptr || !line.firstBlock) continue;
-        if (const auto [at, fresh] = seen.emplace(line.key, line.number); !fresh) {
+        const size_t hash = clsIniText::NameHash(line.key);
+        const auto first = std::find_if(seen.begin(), seen.end(), [&](const auto& earlier) {
+            return earlier.first == hash && clsIniText::SameName(earlier.second->key, line.key);
+        });
+        if (first != seen.end()) {
             findings.push_back(Warning(file, line.number, "\"" + line.key + "\" is given twice in [" + line.section +
-                                       "]; only the first, on line " + std::to_string(at->second) + ", counts"));
+                                       "]; only the first, on line " + std::to_string(first->second->number) + ", counts"));
             continue;
         }
+        seen.emplace_back(hash, &line);
         if (!section->anyKey && !Read(line.number) && section->keys.find(std::string_view(line.key)) == section->keys.end()) findings.push_back(Warning(file, line.number, UnknownKeyText(*section, line)));
     }
     return findings;
