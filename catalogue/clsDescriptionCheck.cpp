@@ -38,7 +38,7 @@ std::string LineKey(std::string_view section, std::string_view key) {
 // disc of a thousand files is not held line by line. Its own checks ask the file itself.
 constexpr const char* kSectionsAcross[] = {"GENERAL", "DEPENDENCIES", "SETUP_DEPENDENCIES"};
 
-bool NamedAcross(const std::string& section) {
+bool NamedAcross(std::string_view section) {
     return std::any_of(std::begin(kSectionsAcross), std::end(kSectionsAcross),
                        [&section](const char* kept) { return clsString::EqualNoCaseAscii(clsIniText::Trim(section), kept); });
 }
@@ -128,7 +128,7 @@ DescribedFile clsDescriptionCheck::Read(const std::string& path, std::vector<Dis
         return file;
     }
     std::vector<std::string> warnings;
-    clsIniText text = clsIniText::Parse(*bytes, Platform().System().AnsiCodePage(), warnings);
+    const clsIniText text = clsIniText::Parse(*bytes, Platform().System().AnsiCodePage(), warnings);
     for (const auto& warning : warnings) findings.push_back({path, WarningLine(warning), FindingSeverity::Warning, warning});
     const std::vector<IniLine> outline = text.Outline();
     for (const IniLine& line : outline) {
@@ -155,7 +155,8 @@ DescribedFile clsDescriptionCheck::Read(const std::string& path, std::vector<Dis
             known.AddKnown(section, key);
         }
     });
-    ini.AdoptText(std::move(text));
+    // A copy: the outline views the text, which stays here unchanged.
+    ini.AdoptText(text);
     {
         const LanguageGuard guard;
         if (type == "ssf") {

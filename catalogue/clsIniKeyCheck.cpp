@@ -12,6 +12,10 @@ DiscFinding Warning(const std::string& file, size_t line, std::string text) {
     return {file, line, FindingSeverity::Warning, std::move(text)};
 }
 
+std::string Quoted(std::string_view key) { return "\"" + std::string(key) + "\""; }
+
+std::string Bracketed(std::string_view section) { return "[" + std::string(section) + "]"; }
+
 // "Dependence4" -> "Dependence"; "" when the name does not end in a number.
 std::string_view FamilyOf(std::string_view key) {
     size_t end = key.size();
@@ -64,12 +68,12 @@ std::string clsIniKeyCheck::UnknownSectionText(const IniLine& line) const {
     std::vector<std::string> names;
     for (const auto& [folded, known] : sections_) names.push_back(known.name);
     const std::string nearest = clsNearestName::Find(line.section, names);
-    return "section [" + line.section + "] is never read" +
+    return "section " + Bracketed(line.section) + " is never read" +
            (nearest.empty() ? "; remove it or correct its name" : "; did you mean [" + nearest + "]?");
 }
 
 std::string clsIniKeyCheck::UnknownKeyText(const Known& section, const IniLine& line) const {
-    const std::string head = "\"" + line.key + "\" in [" + line.section + "] is never read";
+    const std::string head = Quoted(line.key) + " in " + Bracketed(line.section) + " is never read";
     const std::string family(FamilyOf(line.key));
     if (!family.empty()) {
         for (const auto& name : section.names) {
@@ -98,8 +102,8 @@ std::vector<DiscFinding> clsIniKeyCheck::Check(const std::string& file, const st
             section = found == sections_.end() ? nullptr : &found->second;
             if (section == nullptr && std::binary_search(headersRead.begin(), headersRead.end(), line.number)) section = &noKeyAskedInVain;
             if (!line.firstBlock) {
-                findings.push_back(Warning(file, line.number, "[" + line.section +
-                                           "] appears a second time and this block is never read; move its keys into the first"));
+                findings.push_back(Warning(file, line.number, Bracketed(line.section) +
+                                           " appears a second time and this block is never read; move its keys into the first"));
             } else if (section == nullptr) {
                 findings.push_back(Warning(file, line.number, UnknownSectionText(line)));
             }
@@ -107,7 +111,7 @@ std::vector<DiscFinding> clsIniKeyCheck::Check(const std::string& file, const st
         }
         if (line.key.empty()) continue;
         if (line.section.empty()) {
-            findings.push_back(Warning(file, line.number, "\"" + line.key + "\" stands before the first section and is never read"));
+            findings.push_back(Warning(file, line.number, Quoted(line.key) + " stands before the first section and is never read"));
             continue;
         }
         if (section == nullptr || !line.firstBlock) continue;
@@ -116,12 +120,12 @@ std::vector<DiscFinding> clsIniKeyCheck::Check(const std::string& file, const st
             return earlier.first == hash && clsIniText::SameName(earlier.second->key, line.key);
         });
         if (first != seen.end()) {
-            findings.push_back(Warning(file, line.number, "\"" + line.key + "\" is given twice in [" + line.section +
-                                       "]; only the first, on line " + std::to_string(first->second->number) + ", counts"));
+            findings.push_back(Warning(file, line.number, Quoted(line.key) + " is given twice in " + Bracketed(line.section) +
+                                       "; only the first, on line " + std::to_string(first->second->number) + ", counts"));
             continue;
         }
         seen.emplace_back(hash, &line);
-        if (!section->anyKey && !Read(line.number) && section->keys.find(std::string_view(line.key)) == section->keys.end()) findings.push_back(Warning(file, line.number, UnknownKeyText(*section, line)));
+        if (!section->anyKey && !Read(line.number) && section->keys.find(line.key) == section->keys.end()) findings.push_back(Warning(file, line.number, UnknownKeyText(*section, line)));
     }
     return findings;
 }

@@ -20,7 +20,7 @@ struct LanguageFile {
     std::map<std::string, size_t> numbers;   ///< numbered texts of [Texts] (every block) -> line
 };
 
-bool IsNumber(const std::string& key) { return !key.empty() && key.find_first_not_of("0123456789") == std::string::npos; }
+bool IsNumber(std::string_view key) { return !key.empty() && key.find_first_not_of("0123456789") == std::string_view::npos; }
 
 // The numbered texts of a file. Only the keys matter, and they are ASCII digits in every
 // code page the files are written in.
@@ -30,9 +30,10 @@ LanguageFile ReadFile(const std::string& root, int language) {
     if (!bytes) return file;
     file.exists = true;
     std::vector<std::string> warnings;
-    for (const IniLine& line : clsIniText::Parse(*bytes, 1252, warnings).Outline()) {
-        if (!line.header && IsNumber(line.key) && clsIniText::FoldName(line.section) == clsIniText::FoldName(clsBuiltinTexts::kTextsSection)) {
-            file.numbers.try_emplace(line.key, line.number);
+    const clsIniText text = clsIniText::Parse(*bytes, 1252, warnings);
+    for (const IniLine& line : text.Outline()) {
+        if (!line.header && IsNumber(line.key) && clsIniText::SameName(line.section, clsBuiltinTexts::kTextsSection)) {
+            file.numbers.try_emplace(std::string(line.key), line.number);
         }
     }
     return file;

@@ -64,7 +64,7 @@ std::vector<DiscFinding> clsPlaceholderScan::Check(const std::string& file, cons
             const std::string nearest = clsNearestName::Find(token, Known());
             if (token[0] == '[' && nearest.empty()) continue;
             findings.push_back({file, line.number, FindingSeverity::Warning,
-                                std::string(token) + " in \"" + line.key + "\" is no placeholder of the setup and stays as written" +
+                                std::string(token) + " in \"" + std::string(line.key) + "\" is no placeholder of the setup and stays as written" +
                                     (nearest.empty() ? "" : "; did you mean " + nearest + "?")});
         }
     }

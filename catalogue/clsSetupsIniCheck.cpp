@@ -36,9 +36,9 @@ std::string DomainProblem(ValueKind kind, const std::string& value) {
     return {};
 }
 
-bool IsDiscSection(const std::string& name) {
+bool IsDiscSection(std::string_view name) {
     if (name.size() < 4 || !clsString::EqualNoCaseAscii(name.substr(0, 3), "CD_")) return false;
-    return name.find_first_not_of("0123456789", 3) == std::string::npos;
+    return name.find_first_not_of("0123456789", 3) == std::string_view::npos;
 }
 
 } // namespace
@@ -67,7 +67,7 @@ std::vector<DiscFinding> clsSetupsIniCheck::Run() {
     for (const auto& key : table) known.AddKnown(key.section, key.name);
     known.AllowAnyKey("STARTERGENERAL");
     for (const IniLine& line : outline) {
-        if (line.header && IsDiscSection(line.section)) known.AddKnown(line.section, "DiscName");
+        if (line.header && IsDiscSection(line.section)) known.AddKnown(std::string(line.section), "DiscName");
     }
     auto unread = known.Check(path, outline);
     findings.insert(findings.end(), unread.begin(), unread.end());
@@ -80,12 +80,12 @@ std::vector<DiscFinding> clsSetupsIniCheck::Run() {
             if (!clsString::EqualNoCaseAscii(key.section, line.section) || !clsString::EqualNoCaseAscii(key.name, line.key)) continue;
             const std::string value = text.Value(line.section, line.key).value_or("");
             const std::string problem = DomainProblem(key.kind, value);
-            if (!problem.empty()) findings.push_back({path, line.number, FindingSeverity::Error, line.key + "=" + value + problem});
+            if (!problem.empty()) findings.push_back({path, line.number, FindingSeverity::Error, std::string(line.key) + "=" + value + problem});
             const bool languageWord = clsString::EqualNoCaseAscii(line.section, "LANGUAGES");
             if (languageWord && !clsString::EqualNoCaseAscii(value, "enable") && !clsString::EqualNoCaseAscii(value, "disable") &&
                 !clsString::EqualNoCaseAscii(value, "hide")) {
                 findings.push_back({path, line.number, FindingSeverity::Warning,
-                                    line.key + "=" + value + " is none of enable, disable, hide; the language is not offered"});
+                                    std::string(line.key) + "=" + value + " is none of enable, disable, hide; the language is not offered"});
             }
         }
     }

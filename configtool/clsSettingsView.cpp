@@ -25,7 +25,7 @@ constexpr uint32_t kShiftJis = 932;
 // the setup reads that section through its language text reader (start-up's JapaneseLookup).
 constexpr const char* kJapaneseSection = "JAPANESE";
 
-bool Same(const std::string& a, const std::string& b) { return clsIniText::FoldName(a) == clsIniText::FoldName(b); }
+bool Same(std::string_view a, std::string_view b) { return clsIniText::SameName(a, b); }
 
 // A key a reader asks for after the last of a numbered family ("Dependence3" when there are
 // two) is where the family ends, not a setting the file lacks.
@@ -119,8 +119,9 @@ void clsSettingsView::ListEntries(const std::vector<DiscFinding>& findings) {
         return notes;
     };
     for (const IniLine& line : text.Outline()) {
-        if (line.header || !line.firstBlock || line.key.empty() || Find(line.section, line.key) != nullptr) continue;
-        SettingsEntry entry{line.section, line.key, line.number, line.value, {}, {}, SettingsEntry::State::Set, noted(line.number)};
+        if (line.header || !line.firstBlock || line.key.empty()) continue;
+        SettingsEntry entry{std::string(line.section), std::string(line.key), line.number, std::string(line.value), {}, {}, SettingsEntry::State::Set, noted(line.number)};
+        if (Find(entry.section, entry.key) != nullptr) continue;
         const auto known = std::find_if(known_.begin(), known_.end(), [&](const Known& k) { return Same(k.section, line.section) && Same(k.key, line.key); });
         if (known != known_.end()) entry.defaultValue = known->defaultValue;
         // The check knows what the readers never ask for (with the name meant, where it can tell).

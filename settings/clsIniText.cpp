@@ -549,20 +549,20 @@ bool clsIniText::HasSection(std::string_view section) const { return FirstBlock(
 
 std::vector<IniLine> clsIniText::Outline() const {
     std::vector<IniLine> outline;
-    std::string section;
+    outline.reserve(lines_.size());
+    std::string_view section;
     bool first = true;
     size_t block = 0;
     for (size_t i = 0; i < lines_.size(); ++i) {
         const Line& line = lines_[i];
         if (line.kind == Kind::Header) {
-            section = std::string(Name(line));
+            section = Name(line);
             while (block < sections_.size() && sections_[block].header < i) ++block;
-            const auto found = firstBlock_.find(FoldName(section));
+            const auto found = Find(firstBlock_, section);
             first = found != firstBlock_.end() && found->second == block;
             outline.push_back({i + 1, true, section, {}, {}, first});
         } else if (line.kind == Kind::Entry || line.kind == Kind::Text) {
-            outline.push_back({i + 1, false, section, std::string(Name(line)),
-                               line.kind == Kind::Entry ? std::string(Val(line)) : std::string(), first});
+            outline.push_back({i + 1, false, section, Name(line), line.kind == Kind::Entry ? Val(line) : std::string_view(), first});
         }
     }
     return outline;

@@ -43,14 +43,15 @@ struct IniEntry {
     bool operator==(const IniEntry&) const = default;
 };
 
-/// A header or key line as a checker sees it: where it stands and what it says.
+/// A header or key line as a checker sees it: where it stands and what it says. The texts
+/// are views into the clsIniText that made the line: it must outlive the line, unchanged.
 struct IniLine {
-    size_t number = 0;        ///< 1-based line number in the file
-    bool header = false;      ///< a "[name]" line; else a key line (with or without "=")
-    std::string section;      ///< the section it belongs to, as written; "" before the first
-    std::string key;          ///< "" for a header
-    std::string value;        ///< as written, quotes kept
-    bool firstBlock = true;   ///< in the block of its section that is read
+    size_t number = 0;             ///< 1-based line number in the file
+    bool header = false;           ///< a "[name]" line; else a key line (with or without "=")
+    std::string_view section;      ///< the section it belongs to, as written; "" before the first
+    std::string_view key;          ///< "" for a header
+    std::string_view value;        ///< as written, quotes kept
+    bool firstBlock = true;        ///< in the block of its section that is read
 };
 
 class clsIniText {
@@ -84,7 +85,8 @@ public:
     [[nodiscard]] std::vector<IniEntry> Entries(std::string_view section) const;
     [[nodiscard]] bool HasSection(std::string_view section) const;
     /// Every header and key line in file order, with its line number: what a check of a
-    /// file needs to point at a line. Comments and blank lines are left out.
+    /// file needs to point at a line. Comments and blank lines are left out. The lines view
+    /// this text: they hold while it lives and does not change.
     [[nodiscard]] std::vector<IniLine> Outline() const;
 
     /// Sets a key: its line in the first block is rewritten after the "=" (the blanks that
