@@ -544,5 +544,25 @@ TEST(IniText, ALongRunOfEditsKeepsEveryOtherLine) {
     EXPECT_EQ(text.Bytes(), utf16("[S]\r\nk=" + value + "\r\nkeep=\xC3\xA4\r\n[T]\r\nx=\xC3\xB6\r\n"));
 }
 
+// Readers ask for many keys of one section in a row, and the text remembers the block asked
+// for last: a section asked for before it was written, or removed after, reads as it now is,
+// and so do names that fold alike only beyond ASCII.
+TEST(IniText, LookUpsFollowTheTextThroughEdits) {
+    std::vector<std::string> warnings;
+    auto text = clsIniText::Parse("\xEF\xBB\xBF[Old]\r\nKey=1\r\nKey=2\r\n[\xC3\xA4nderung]\r\nStra\xC3\x9F" "e=3\r\n", 1252, warnings);
+    EXPECT_FALSE(text.Value("New", "Key").has_value());
+    std::string error;
+    ASSERT_TRUE(text.SetValue("New", "Key", "fresh", error));
+    EXPECT_EQ(text.Value("New", "key").value_or(""), "fresh");
+    EXPECT_EQ(text.Value("OLD", "KEY").value_or(""), "1");
+    ASSERT_TRUE(text.RemoveSection("New"));
+    EXPECT_FALSE(text.Value("New", "Key").has_value());
+    EXPECT_EQ(text.FindValue("old", "key")->line, 2u);
+    EXPECT_EQ(text.Value("\xC3\x84NDERUNG", "stra\xC3\x9F" "e").value_or(""), "3");
+    EXPECT_EQ(clsIniText::NameHash(" \xC3\xA4nderung"), clsIniText::NameHash("\xC3\x84NDERUNG\t"));
+    EXPECT_TRUE(clsIniText::SameName("Key ", "kEY"));
+    EXPECT_FALSE(clsIniText::SameName("Key[", "Key{"));   // hashed alike, told apart
+}
+
 } // namespace
 } // namespace tovel
