@@ -6,7 +6,6 @@
 // while reading that very file (those are the names a misspelt key most likely meant).
 #include <string>
 #include <unordered_map>
-#include <unordered_set>
 #include <vector>
 
 #include "catalogue/DiscFinding.h"
@@ -38,8 +37,9 @@ private:
     struct Known {
         std::string name;
         bool anyKey = false;
-        std::unordered_set<std::string, clsIniText::NameHasher, clsIniText::NameEqual> keys;
-        std::vector<std::string> names;         ///< as the reader asked for them, in that order
+        std::vector<std::string> names;   ///< as the reader asked for them, in that order
+        std::vector<size_t> hashes;       ///< clsIniText::NameHash of each name: a section has a few dozen
+        [[nodiscard]] bool Has(std::string_view key) const;
     };
     [[nodiscard]] std::string UnknownKeyText(const Known& section, const IniLine& line) const;
     [[nodiscard]] std::string UnknownSectionText(const IniLine& line) const;

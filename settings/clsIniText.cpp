@@ -478,9 +478,9 @@ size_t clsIniText::TrimmedNameHash(std::string_view name) {
     return ascii ? hash : FoldedHash{}(FoldName(name));
 }
 
-bool clsIniText::SameName(std::string_view a, std::string_view b) {
-    a = Trim(a);
-    b = Trim(b);
+bool clsIniText::SameName(std::string_view a, std::string_view b) { return SameTrimmedName(Trim(a), Trim(b)); }
+
+bool clsIniText::SameTrimmedName(std::string_view a, std::string_view b) {
     // Names alike but for the case of ASCII letters fold alike in every script.
     if (FoldedEqual{}(a, b)) return true;
     return !(IsAscii(a) && IsAscii(b)) && FoldName(a) == FoldName(b);
@@ -500,7 +500,7 @@ std::optional<size_t> clsIniText::FindKey(const Section& section, std::string_vi
     const size_t hash = TrimmedNameHash(key);
     for (auto it = std::lower_bound(cached->begin(), cached->end(), std::pair<size_t, uint32_t>(hash, 0));
          it != cached->end() && it->first == hash; ++it) {
-        if (SameName(Name(lines_[it->second]), key)) return it->second;
+        if (SameTrimmedName(Name(lines_[it->second]), key)) return it->second;
     }
     return std::nullopt;
 }

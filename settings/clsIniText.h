@@ -172,8 +172,9 @@ private:
     using KeyIndex = std::vector<std::pair<size_t, uint32_t>>;
     /// The index entry of a name; end() when there is none.
     [[nodiscard]] static NameIndex::const_iterator Find(const NameIndex& index, std::string_view name);
-    /// NameHash of a name without blanks at either end.
+    /// NameHash and SameName of names without blanks at either end.
     [[nodiscard]] static size_t TrimmedNameHash(std::string_view name);
+    [[nodiscard]] static bool SameTrimmedName(std::string_view a, std::string_view b);
 
     [[nodiscard]] std::string_view TextOf(const Line& line) const { return {store_.data() + line.text, line.textLength}; }
     [[nodiscard]] std::string_view RawOf(const Line& line) const { return {store_.data() + line.raw, line.rawLength}; }
