@@ -68,10 +68,6 @@ void clsIniKeyCheck::AllowAnyKey(const std::string& section) {
     known.anyKey = true;
 }
 
-bool clsIniKeyCheck::KnowsSection(const std::string& section) const {
-    return sections_.count(clsIniText::FoldName(section)) != 0;
-}
-
 std::string clsIniKeyCheck::UnknownSectionText(const IniLine& line) const {
     std::vector<std::string> names;
     for (const auto& [folded, known] : sections_) names.push_back(known.name);

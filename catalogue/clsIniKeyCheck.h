@@ -28,7 +28,6 @@ public:
     void MarkRead(size_t line);
     /// A section whose keys are someone else's: any key in it is fine.
     void AllowAnyKey(const std::string& section);
-    [[nodiscard]] bool KnowsSection(const std::string& section) const;
 
     /// One warning per line never read.
     [[nodiscard]] std::vector<DiscFinding> Check(const std::string& file, const std::vector<IniLine>& outline) const;

@@ -192,9 +192,13 @@ void clsIniFile::AdoptText(clsIniText text) {
     HoldOnce();
 }
 
-std::optional<std::string_view> clsIniFile::Lookup(const std::string& key) {
+std::optional<clsIniText::FoundValue> clsIniFile::Find(const std::string& section, const std::string& key) {
     const clsIniText* text = CheckRegistered() ? Current() : nullptr;
-    const auto found = text != nullptr ? text->FindValue(section_, key) : std::nullopt;
+    return text != nullptr ? text->FindValue(section, key) : std::nullopt;
+}
+
+std::optional<std::string_view> clsIniFile::Lookup(const std::string& key) {
+    const auto found = Find(section_, key);
     if (observer_) observer_(section_, key, found ? found->line : 0);
     return found ? std::optional<std::string_view>(found->value) : std::nullopt;
 }
@@ -305,8 +309,7 @@ std::vector<IniEntry> clsIniFile::GetSectEntriesEx() {
 
 size_t clsIniFile::KeyLine(const std::string& section, const std::string& key) {
     try {
-        const clsIniText* text = CheckRegistered() ? Current() : nullptr;
-        const auto found = text != nullptr ? text->FindValue(section, key) : std::nullopt;
+        const auto found = Find(section, key);
         return found ? found->line : 0;
     } catch (...) {
         Report(path_ + ": looking for [" + section + "] " + key + " failed");

@@ -104,6 +104,8 @@ private:
     [[nodiscard]] bool CheckRegistered() const;
     /// The key's value in the current section as written, told to the observer.
     std::optional<std::string_view> Lookup(const std::string& key);
+    /// A key's value and line, not told to the observer; nullopt when it cannot be read.
+    std::optional<clsIniText::FoundValue> Find(const std::string& section, const std::string& key);
     /// Notes whether the text just read is the read-once text of the bound path.
     void HoldOnce();
     /// The file's text, read again if it changed; nullptr when it cannot be read.

@@ -126,15 +126,6 @@ public:
     [[nodiscard]] static size_t NameHash(std::string_view name);
     /// True if two names are the same name once folded.
     [[nodiscard]] static bool SameName(std::string_view a, std::string_view b);
-    /// NameHash and SameName for hashed containers of names, which then take any string_view.
-    struct NameHasher {
-        using is_transparent = void;
-        size_t operator()(std::string_view name) const { return NameHash(name); }
-    };
-    struct NameEqual {
-        using is_transparent = void;
-        bool operator()(std::string_view a, std::string_view b) const { return SameName(a, b); }
-    };
 
 private:
     enum class Kind : uint8_t { Blank, Comment, Header, Entry, Text };
