@@ -19,30 +19,6 @@ namespace {
 constexpr const char* kLanguageNames[] = {"German", "English", "French", "Spanish", "Italian", "Japanese"};
 constexpr const char* kLetters[] = {"A", "B", "C", "D", "E", "J"};
 
-// "SECTION\nKEY", folded. Every line of a file gets one, so an ASCII pair costs one string.
-std::string LineKey(std::string_view section, std::string_view key) {
-    section = clsIniText::Trim(section);
-    key = clsIniText::Trim(key);
-    std::string folded;
-    folded.reserve(section.size() + key.size() + 1);
-    for (const std::string_view part : {section, std::string_view("\n"), key}) {
-        for (const char c : part) {
-            if (static_cast<unsigned char>(c) >= 0x80) return clsIniText::FoldName(section) + "\n" + clsIniText::FoldName(key);
-            folded += c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
-        }
-    }
-    return folded;
-}
-
-// The sections whose lines the checks across files name; a file keeps only their lines, so a
-// disc of a thousand files is not held line by line. Its own checks ask the file itself.
-constexpr const char* kSectionsAcross[] = {"GENERAL", "DEPENDENCIES", "SETUP_DEPENDENCIES"};
-
-bool NamedAcross(std::string_view section) {
-    return std::any_of(std::begin(kSectionsAcross), std::end(kSectionsAcross),
-                       [&section](const char* kept) { return clsString::EqualNoCaseAscii(clsIniText::Trim(section), kept); });
-}
-
 // The first line number a parser warning names ("line 12 ..."); 0 when it names none.
 size_t WarningLine(const std::string& warning) {
     const size_t at = warning.find("line ");
@@ -88,11 +64,6 @@ private:
 
 } // namespace
 
-size_t DescribedFile::LineOf(const std::string& section, const std::string& key) const {
-    const auto found = lines.find(LineKey(section, key));
-    return found == lines.end() ? 0 : found->second;
-}
-
 bool clsDescriptionCheck::SetupPresence::Exists(const std::string& path) {
     const auto [at, fresh] = known_.try_emplace(path, false);
     if (fresh) at->second = Platform().Files().FileExists(path);
@@ -102,12 +73,10 @@ bool clsDescriptionCheck::SetupPresence::Exists(const std::string& path) {
 clsDescriptionCheck::clsDescriptionCheck(std::vector<int> languages, std::string productFolder)
     : languages_(std::move(languages)), productFolder_(std::move(productFolder)) {}
 
-std::vector<clsDescriptionCheck::TextSection> clsDescriptionCheck::TextSections(clsIniFile& ini) const {
+std::vector<clsDescriptionCheck::TextSection> clsDescriptionCheck::TextSections(const LanguageSections& named) const {
     std::vector<TextSection> sections;
-    std::string letters;
-    const auto names = clsSIFCommonSection::ProdInfoSections(ini, letters);
     for (const int language : languages_) {
-        const std::string& name = names[static_cast<size_t>(language)];
+        const std::string& name = named.names[static_cast<size_t>(language)];
         bool placed = false;
         for (auto& section : sections) {
             if (!clsString::EqualNoCaseAscii(section.name, name)) continue;
@@ -131,12 +100,10 @@ DescribedFile clsDescriptionCheck::Read(const std::string& path, std::vector<Dis
     const clsIniText text = clsIniText::Parse(*bytes, Platform().System().AnsiCodePage(), warnings);
     for (const auto& warning : warnings) findings.push_back({path, WarningLine(warning), FindingSeverity::Warning, warning});
     const std::vector<IniLine> outline = text.Outline();
-    for (const IniLine& line : outline) {
-        if (!line.header && line.firstBlock && NamedAcross(line.section)) file.lines.try_emplace(LineKey(line.section, line.key), line.number);
-    }
-    const std::string type = clsString::LowerAscii(clsIniText::Trim(text.Value("GENERAL", "FileType").value_or("")));
+    const auto fileType = text.FindValue("GENERAL", "FileType");
+    const std::string type = fileType ? clsString::LowerAscii(clsIniText::Trim(fileType->value)) : std::string();
     if (type != "ssf" && type != "collection") {
-        findings.push_back({path, file.LineOf("GENERAL", "FileType"), FindingSeverity::Warning,
+        findings.push_back({path, fileType ? fileType->line : 0, FindingSeverity::Warning,
                             "FileType in [GENERAL] is neither ssf (a product) nor collection (a packet); the setup skips this file"});
         return file;
     }
@@ -159,13 +126,14 @@ DescribedFile clsDescriptionCheck::Read(const std::string& path, std::vector<Dis
     ini.AdoptText(text);
     {
         const LanguageGuard guard;
+        const LanguageSections named = clsSIFCommonSection::ProdInfoSections(ini);
         if (type == "ssf") {
-            ReadProduct(ini, outline, file, findings);
+            ReadProduct(ini, named, outline, file, findings);
             MessageTexts(file, ini, known, findings);
         } else {
-            ReadPacket(ini, file, findings);
+            ReadPacket(ini, named, file, findings);
         }
-        AllowUnofferedSections(ini, known);
+        AllowUnofferedSections(named, known);
     }
     const auto unread = known.Check(path, outline);
     findings.insert(findings.end(), unread.begin(), unread.end());
@@ -174,20 +142,18 @@ DescribedFile clsDescriptionCheck::Read(const std::string& path, std::vector<Dis
 
 // The text sections of languages the disc does not offer are never read on this disc, but
 // would be on another: what they hold is not looked at.
-void clsDescriptionCheck::AllowUnofferedSections(clsIniFile& ini, clsIniKeyCheck& known) const {
-    std::string letters;
-    const auto names = clsSIFCommonSection::ProdInfoSections(ini, letters);
+void clsDescriptionCheck::AllowUnofferedSections(const LanguageSections& named, clsIniKeyCheck& known) const {
     for (int language = 0; language < 6; ++language) {
         if (std::find(languages_.begin(), languages_.end(), language) != languages_.end()) continue;
-        const std::string& name = names[static_cast<size_t>(language)];
+        const std::string& name = named.names[static_cast<size_t>(language)];
         if (!name.empty()) known.AllowAnyKey(name);
     }
 }
 
-void clsDescriptionCheck::ReadProduct(clsIniFile& ini, const std::vector<IniLine>& outline, DescribedFile& file,
-                                      std::vector<DiscFinding>& findings) const {
+void clsDescriptionCheck::ReadProduct(clsIniFile& ini, const LanguageSections& named, const std::vector<IniLine>& outline,
+                                      DescribedFile& file, std::vector<DiscFinding>& findings) const {
     file.kind = DescribedFile::Kind::Product;
-    const auto sections = TextSections(ini);
+    const auto sections = TextSections(named);
     // The sections other than the text section read the same in every language: the record
     // is read whole once, then only the text section of each further language.
     SetupPresence present;
@@ -198,15 +164,15 @@ void clsDescriptionCheck::ReadProduct(clsIniFile& ini, const std::vector<IniLine
         if (first) {
             item.Read(ini, productFolder_);
         } else {
-            item.ReadTextSection(ini, productFolder_);
+            item.ReadTextSection(ini, productFolder_, named);
         }
         CheckTextSection(item, section, {ini, outline}, file, present, findings);
         if (!section.name.empty()) file.textSections.push_back(section.name);
         if (first) file.product = std::move(item);
     }
     if (sections.empty()) file.product.Read(ini, productFolder_);
-    CheckTerm(file, "GENERAL", "TermToInstall", file.product.TermToInstall, findings);
-    CheckTerm(file, "SETUP_DEPENDENCIES", "DependenceTerm", file.product.DependenceTerm, findings);
+    CheckTerm(file, ini, "GENERAL", "TermToInstall", file.product.TermToInstall, findings);
+    CheckTerm(file, ini, "SETUP_DEPENDENCIES", "DependenceTerm", file.product.DependenceTerm, findings);
 }
 
 namespace {
@@ -245,9 +211,10 @@ void clsDescriptionCheck::MessageTexts(const DescribedFile& file, clsIniFile& in
     }
 }
 
-void clsDescriptionCheck::ReadPacket(clsIniFile& ini, DescribedFile& file, std::vector<DiscFinding>& findings) const {
+void clsDescriptionCheck::ReadPacket(clsIniFile& ini, const LanguageSections& named, DescribedFile& file,
+                                     std::vector<DiscFinding>& findings) const {
     file.kind = DescribedFile::Kind::Packet;
-    const auto sections = TextSections(ini);
+    const auto sections = TextSections(named);
     if (sections.empty()) file.packet.Read(ini);
     for (const auto& section : sections) {
         DefaultLanguage = static_cast<int16_t>(section.languages.front());
@@ -261,7 +228,7 @@ void clsDescriptionCheck::ReadPacket(clsIniFile& ini, DescribedFile& file, std::
     const std::string& preselect = file.packet.PreSelectText;
     if (!preselect.empty() && !clsIniFile::ParseBoolean(preselect) && !clsString::EqualNoCaseAscii(preselect, "uncheckbox") &&
         file.packet.PreSelect == CheckBoxState::kUnchecked) {
-        findings.push_back({file.path, file.LineOf("GENERAL", "PreSelect"), FindingSeverity::Warning,
+        findings.push_back({file.path, ini.KeyLine("GENERAL", "PreSelect"), FindingSeverity::Warning,
                             "PreSelect=" + preselect + " is neither a check-box state nor a yes/no word; the packet is not preselected"});
     }
 }
@@ -308,11 +275,11 @@ void clsDescriptionCheck::CheckTextSection(const clsSIFApplicationItem& item, co
     }
 }
 
-void clsDescriptionCheck::CheckTerm(const DescribedFile& file, const char* section, const char* key, const std::string& term,
+void clsDescriptionCheck::CheckTerm(const DescribedFile& file, clsIniFile& ini, const char* section, const char* key, const std::string& term,
                                     std::vector<DiscFinding>& findings) {
     const TermProblem problem = clsSetupTerm::Check(term);
     if (problem == TermProblem::None) return;
-    findings.push_back({file.path, file.LineOf(section, key), problem == TermProblem::Kind ? FindingSeverity::Warning : FindingSeverity::Error,
+    findings.push_back({file.path, ini.KeyLine(section, key), problem == TermProblem::Kind ? FindingSeverity::Warning : FindingSeverity::Error,
                         std::string(key) + " cannot be read: " + TermProblemText(problem)});
 }
 

@@ -17,6 +17,7 @@
 namespace tovel {
 
 class clsIniKeyCheck;
+struct LanguageSections;
 
 /// A description file as the checks across files need it.
 struct DescribedFile {
@@ -26,12 +27,6 @@ struct DescribedFile {
     clsSIFApplicationItem product;   ///< when a product
     clsSIFPacketItem packet;         ///< when a packet
     std::vector<std::string> textSections;   ///< of a product, one per distinct section the offered languages name
-    /// "SECTION\nKEY" folded -> line of the key read, for GENERAL, DEPENDENCIES and
-    /// SETUP_DEPENDENCIES, which the checks across files name.
-    std::unordered_map<std::string, size_t> lines;
-
-    /// The line of a key as read (its first block, first line); 0 when it is not there.
-    [[nodiscard]] size_t LineOf(const std::string& section, const std::string& key) const;
 };
 
 class clsDescriptionCheck {
@@ -57,10 +52,10 @@ private:
         std::unordered_map<std::string, bool> known_;
     };
 
-    [[nodiscard]] std::vector<TextSection> TextSections(clsIniFile& ini) const;
-    void ReadProduct(clsIniFile& ini, const std::vector<IniLine>& outline, DescribedFile& file,
+    [[nodiscard]] std::vector<TextSection> TextSections(const LanguageSections& named) const;
+    void ReadProduct(clsIniFile& ini, const LanguageSections& named, const std::vector<IniLine>& outline, DescribedFile& file,
                      std::vector<DiscFinding>& findings) const;
-    void ReadPacket(clsIniFile& ini, DescribedFile& file, std::vector<DiscFinding>& findings) const;
+    void ReadPacket(clsIniFile& ini, const LanguageSections& named, DescribedFile& file, std::vector<DiscFinding>& findings) const;
     /// Where the lines of the file being read are told: its reader, and its outline.
     struct FileLines {
         clsIniFile& ini;
@@ -68,9 +63,9 @@ private:
     };
     void CheckTextSection(const clsSIFApplicationItem& item, const TextSection& section, FileLines lines,
                           const DescribedFile& file, SetupPresence& present, std::vector<DiscFinding>& findings) const;
-    void AllowUnofferedSections(clsIniFile& ini, clsIniKeyCheck& known) const;
+    void AllowUnofferedSections(const LanguageSections& named, clsIniKeyCheck& known) const;
     static void MessageTexts(const DescribedFile& file, clsIniFile& ini, clsIniKeyCheck& known, std::vector<DiscFinding>& findings);
-    static void CheckTerm(const DescribedFile& file, const char* section, const char* key, const std::string& term,
+    static void CheckTerm(const DescribedFile& file, clsIniFile& ini, const char* section, const char* key, const std::string& term,
                           std::vector<DiscFinding>& findings);
 
     std::vector<int> languages_;

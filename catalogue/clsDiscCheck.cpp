@@ -1,6 +1,7 @@
 #include "catalogue/clsDiscCheck.h"
 
 #include <algorithm>
+#include <optional>
 #include <unordered_map>
 
 #include "catalogue/clsDependencyCycles.h"
@@ -9,6 +10,8 @@
 #include "catalogue/clsSetupsIniCheck.h"
 #include "common/clsFileDisk.h"
 #include "common/clsString.h"
+#include "platform/clsPlatform.h"
+#include "settings/clsIniText.h"
 
 namespace tovel {
 
@@ -49,6 +52,18 @@ public:
     }
 
 private:
+    // A disc of a thousand files keeps no lines in memory: the few files a finding across files
+    // names are read again, each once. Their parser warnings are among the file's own findings.
+    size_t LineOf(const DescribedFile& file, const std::string& section, const std::string& key) {
+        const auto [at, fresh] = reread_.try_emplace(file.path);
+        if (fresh) {
+            std::vector<std::string> warnings;
+            if (const auto bytes = Platform().Files().ReadFile(file.path)) at->second = clsIniText::Parse(*bytes, Platform().System().AnsiCodePage(), warnings);
+        }
+        const auto found = at->second ? at->second->FindValue(section, key) : std::nullopt;
+        return found ? found->line : 0;
+    }
+
     void Add(const DescribedFile& file, size_t line, FindingSeverity severity, std::string text) {
         findings_.push_back({file.path, line, severity, std::move(text)});
     }
@@ -58,12 +73,12 @@ private:
         for (const DescribedFile* file : products_) {
             const std::string& code = file->product.ProductCode;
             if (code.empty()) {
-                Add(*file, file->LineOf("GENERAL", "ProductCode"), FindingSeverity::Error, "no ProductCode in [GENERAL]: nothing can name this product");
+                Add(*file, LineOf(*file, "GENERAL", "ProductCode"), FindingSeverity::Error, "no ProductCode in [GENERAL]: nothing can name this product");
                 continue;
             }
             // Products compare their codes exactly; the first file's record is the one found.
             if (const auto [at, fresh] = first.try_emplace(code, file); !fresh) {
-                Add(*file, file->LineOf("GENERAL", "ProductCode"), FindingSeverity::Error,
+                Add(*file, LineOf(*file, "GENERAL", "ProductCode"), FindingSeverity::Error,
                     "ProductCode " + code + " is also the code of " + at->second->path + ", which wins; give this product its own code");
             }
             productCodes_.Add(code, file);
@@ -71,7 +86,7 @@ private:
         for (const DescribedFile* file : packets_) {
             const std::string& code = file->packet.ProductCode;
             if (const DescribedFile* owner = packetCodes_.Find(code); owner != nullptr) {
-                Add(*file, file->LineOf("GENERAL", "ProductCode"), FindingSeverity::Error,
+                Add(*file, LineOf(*file, "GENERAL", "ProductCode"), FindingSeverity::Error,
                     "packet code " + code + " is also the code of " + owner->path + " (letters compared without case); this packet is ignored");
                 continue;
             }
@@ -81,7 +96,7 @@ private:
 
     void Missing(const DescribedFile& file, const std::string& section, const std::string& key, const std::string& code,
                  FindingSeverity severity, const std::string& effect) {
-        Add(file, file.LineOf(section, key), severity, key + "=" + code + " names no product on this disc" + effect);
+        Add(file, LineOf(file, section, key), severity, key + "=" + code + " names no product on this disc" + effect);
     }
 
     void ProductLinks(const DescribedFile& file) {
@@ -120,14 +135,14 @@ private:
         for (int bus = 0; bus < kBusSystemCount; ++bus) {
             for (const auto& action : packet.BusActions(static_cast<BusSystem>(bus))) {
                 if (productCodes_.Find(action.productCode) != nullptr) continue;
-                Add(file, file.LineOf("GENERAL", kBusKeys[bus]), FindingSeverity::Error,
+                Add(file, LineOf(file, "GENERAL", kBusKeys[bus]), FindingSeverity::Error,
                     std::string(kBusKeys[bus]) + " names " + action.productCode + ", which is no product on this disc");
             }
         }
         for (size_t i = 0; i < packet.Dependencies().size(); ++i) {
             const std::string& code = packet.Dependencies()[i];
             if (packetCodes_.Find(code) == nullptr && productCodes_.Find(code) == nullptr) {
-                Add(file, file.LineOf("DEPENDENCIES", "Dependence" + std::to_string(i + 1)), FindingSeverity::Warning,
+                Add(file, LineOf(file, "DEPENDENCIES", "Dependence" + std::to_string(i + 1)), FindingSeverity::Warning,
                     "Dependence" + std::to_string(i + 1) + "=" + code + " names no packet or product on this disc; the order ignores it");
             }
         }
@@ -141,7 +156,7 @@ private:
             std::string codes;
             for (const size_t index : circle) codes += (codes.empty() ? "" : ", ") + entries[index].code;
             const DescribedFile& first = *list[circle.front()];
-            Add(first, first.LineOf("DEPENDENCIES", "Dependence1"), FindingSeverity::Error,
+            Add(first, LineOf(first, "DEPENDENCIES", "Dependence1"), FindingSeverity::Error,
                 std::string(what) + " depending on each other in a circle: " + codes +
                     "; they are installed last, in the order found. Remove one Dependence of the circle");
         }
@@ -157,6 +172,7 @@ private:
     CodeIndex productCodes_;
     CodeIndex packetCodes_;
     std::vector<DiscFinding> findings_;
+    std::unordered_map<std::string, std::optional<clsIniText>> reread_;   ///< by path
 };
 
 } // namespace

@@ -4,6 +4,7 @@
 #include <functional>
 
 #include "catalogue/CatalogueGlobals.h"
+#include "catalogue/clsSIFCommonSection.h"
 #include "catalogue/clsSSFFilesOld.h"
 #include "catalogue/clsSSFFilesV520.h"
 #include "common/clsFileDisk.h"
@@ -58,7 +59,7 @@ void clsSIFApplicationItem::Read(clsIniFile& ini, const std::string& productFold
     *this = clsSIFApplicationItem();
     const std::string sifPath = ini.FullPath();
     Step(sifPath, "GENERAL", [&] { ReadGeneral(ini); });
-    ReadTextSection(ini, productFolder);
+    ReadTextSection(ini, productFolder, clsSIFCommonSection::ProdInfoSections(ini));
     Step(sifPath, "DEPENDENCIES", [&] {
         ini.SetSectionName("DEPENDENCIES");
         ReadFamily(ini, "Dependence", [&](int, const std::string& code) { AddDependence(code); });
@@ -88,8 +89,10 @@ std::vector<IniEntry> clsSIFApplicationItem::ReadOptionFileEntries(clsIniFile& s
     return entries;
 }
 
-void clsSIFApplicationItem::ReadTextSection(clsIniFile& ini, const std::string& productFolder) {
+void clsSIFApplicationItem::ReadTextSection(clsIniFile& ini, const std::string& productFolder, const LanguageSections& languages) {
     SIFFileName = ini.FullPath();
+    ProdInfoSection = languages.ForSetupLanguage();
+    AvailableLanguages = languages.offeredLetters;
     const std::string sifFolder = SIFFolder();
     const SetupFileBase base = clsFileDisk::SetupFileBaseOf(sifFolder, productFolder);
     SetupDiscNumber = base.discNumber;
@@ -146,7 +149,6 @@ void clsSIFApplicationItem::ReadLists(clsIniFile& ini) {
 }
 
 void clsSIFApplicationItem::ReadLanguageSection(clsIniFile& ini, const std::string& sifFolder, const SetupFileBase& base) {
-    ProdInfoSection = gCommonSection.ProdInfoSection(ini, AvailableLanguages);
     ini.SetSectionName(ProdInfoSection);
     const auto text = [&](const std::string& key) { return gCommonSection.LanguageText(ini, ProdInfoSection, key); };
     Description = text("Description");

@@ -25,6 +25,7 @@
 namespace tovel {
 
 class clsIniFile;
+struct LanguageSections;
 
 /// One entry of SETUP_DEPENDENCIES.
 struct SetupDependence {
@@ -164,8 +165,8 @@ public:
     [[nodiscard]] static std::vector<IniEntry> ReadOptionFileEntries(clsIniFile& sif);
     /// Reads again only what the text section of the setup language gives (its texts, the
     /// setup program, the lists read from it), keeping the rest: a check of every language
-    /// of a file need not read its other sections once per language.
-    void ReadTextSection(clsIniFile& sif, const std::string& productFolder);
+    /// of a file need not read its other sections, nor [LANGUAGES], once per language.
+    void ReadTextSection(clsIniFile& sif, const std::string& productFolder, const LanguageSections& languages);
 
     // SETUP_DEPENDENCIES
     void AddSetupDependence(const std::string& code, DependenceType type, const std::string& requirements);

@@ -43,23 +43,27 @@ void ApplyOrder(std::vector<Record>& items, const std::string& listName, IsKnown
 
 } // namespace
 
-std::array<std::string, 6> clsSIFCommonSection::ProdInfoSections(clsIniFile& sif, std::string& offeredLetters) {
-    offeredLetters.clear();
+std::string LanguageSections::ForSetupLanguage() const {
+    if (DefaultLanguage < 0 || DefaultLanguage > 5) return {};
+    return names[static_cast<size_t>(DefaultLanguage)];
+}
+
+LanguageSections clsSIFCommonSection::ProdInfoSections(clsIniFile& sif) {
+    LanguageSections sections;
     sif.SetSectionName("LANGUAGES");
     const std::string fallback = sif.GetString("LanguageX", "");
-    std::array<std::string, 6> sections;
-    for (size_t i = 0; i < sections.size(); ++i) {
+    for (size_t i = 0; i < sections.names.size(); ++i) {
         std::string value = sif.GetString(std::string("Language") + kLetters[i], "Error");
-        if (value != "Error") offeredLetters += kLetters[i];
-        sections[i] = value == "Error" ? fallback : std::move(value);
+        if (value != "Error") sections.offeredLetters += kLetters[i];
+        sections.names[i] = value == "Error" ? fallback : std::move(value);
     }
     return sections;
 }
 
 std::string clsSIFCommonSection::ProdInfoSection(clsIniFile& sif, std::string& offeredLetters) const {
-    auto sections = ProdInfoSections(sif, offeredLetters);
-    if (DefaultLanguage < 0 || DefaultLanguage > 5) return {};
-    return std::move(sections[static_cast<size_t>(DefaultLanguage)]);
+    LanguageSections sections = ProdInfoSections(sif);
+    offeredLetters = std::move(sections.offeredLetters);
+    return sections.ForSetupLanguage();
 }
 
 std::string clsSIFCommonSection::LanguageText(clsIniFile& sif, const std::string& section, const std::string& key) const {

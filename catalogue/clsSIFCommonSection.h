@@ -11,6 +11,16 @@
 
 namespace tovel {
 
+/// What [LANGUAGES] of a description file names: the text section of each setup language
+/// (LanguageA..E, J, else LanguageX) by language index, and the letters of the languages
+/// the file names itself.
+struct LanguageSections {
+    std::array<std::string, 6> names;
+    std::string offeredLetters;
+    /// The text section of the setup language (DefaultLanguage); "" for an index outside 0..5.
+    [[nodiscard]] std::string ForSetupLanguage() const;
+};
+
 class clsSIFCommonSection {
 public:
     clsSIFCommonSection(clsSIFApplication& applications, clsSIFPacket& packets)
@@ -20,9 +30,9 @@ public:
     /// (DefaultLanguage): LanguageA..E, J of LANGUAGES, else LanguageX; "" for a language
     /// index outside 0..5. offeredLetters gets the letters of the languages the file names.
     [[nodiscard]] std::string ProdInfoSection(clsIniFile& sif, std::string& offeredLetters) const;
-    /// The text section of every setup language, by language index, as ProdInfoSection names
-    /// it for that language: a reader of all languages reads [LANGUAGES] once.
-    [[nodiscard]] static std::array<std::string, 6> ProdInfoSections(clsIniFile& sif, std::string& offeredLetters);
+    /// The text section of every setup language, as ProdInfoSection names it for that
+    /// language: a reader of all languages reads [LANGUAGES] once.
+    [[nodiscard]] static LanguageSections ProdInfoSections(clsIniFile& sif);
 
     /// A text key of a description file's language section. The INI reader works in the
     /// machine's ANSI code page, so the texts of a section named "Japanese" come from the

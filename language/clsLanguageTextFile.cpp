@@ -7,6 +7,7 @@
 #include "common/clsString.h"
 #include "common/clsTextDecoder.h"
 #include "platform/clsPlatform.h"
+#include "platform/clsUtf8.h"
 #include "platform/clsWindowsPath.h"
 #include "settings/clsIniText.h"
 
@@ -30,13 +31,6 @@ bool IsMultiByte(uint32_t codePage) {
     return codePage == 932 || codePage == 936 || codePage == 949 || codePage == 950 ||
            codePage == clsLanguageTextFile::kUtf8 || codePage == clsLanguageTextFile::kUtf16Le ||
            codePage == clsLanguageTextFile::kUtf16Be;
-}
-
-bool IsAscii(std::string_view bytes) {
-    for (const char c : bytes) {
-        if (static_cast<unsigned char>(c) >= 0x80) return false;
-    }
-    return true;
 }
 
 // Lead bytes of the JIS X 0208 characters that Japanese text uses: symbols, digits, kana,
@@ -278,7 +272,7 @@ void clsLanguageTextFile::TerminateConnectionToText() {
 
 DetectedCodePage clsLanguageTextFile::DetectCodePage(std::string_view bytes, uint32_t ansiCodePage) {
     if (const auto bom = MarkedCodePage(bytes)) return *bom;
-    if (IsAscii(bytes)) return {ansiCodePage, 0};
+    if (clsUtf8::IsAscii(bytes)) return {ansiCodePage, 0};
     if (clsCodePage::IsUtf8(bytes)) return {kUtf8, 0};
     if (LooksShiftJis(bytes) && clsCodePage::ToUtf8(bytes, 932)) return {932, 0};
     return {IsMultiByte(ansiCodePage) ? 1252u : ansiCodePage, 0};

@@ -1,10 +1,27 @@
 #include "platform/clsUtf8.h"
 
+#include <cstring>
+
 namespace tovel {
 
 namespace {
 bool IsSurrogate(uint32_t cp) { return cp >= 0xD800 && cp <= 0xDFFF; }
 } // namespace
+
+bool clsUtf8::IsAscii(std::string_view text) {
+    // Eight bytes at a time: names and keys are tested on every look-up.
+    constexpr uint64_t kHighBits = 0x8080808080808080ull;
+    size_t i = 0;
+    for (; i + 8 <= text.size(); i += 8) {
+        uint64_t word = 0;
+        std::memcpy(&word, text.data() + i, 8);
+        if ((word & kHighBits) != 0) return false;
+    }
+    for (; i < text.size(); ++i) {
+        if (static_cast<unsigned char>(text[i]) >= 0x80) return false;
+    }
+    return true;
+}
 
 void clsUtf8::Append(uint32_t cp, std::string& out) {
     if (cp < 0x80) {

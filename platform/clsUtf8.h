@@ -18,6 +18,8 @@ public:
     /// As Next, but a byte that does not start a well-formed sequence stands for itself.
     [[nodiscard]] static uint32_t NextLenient(std::string_view text, size_t& i);
     [[nodiscard]] static bool IsValid(std::string_view text);
+    /// Whether every byte is below 0x80: such text reads alike in UTF-8 and every ANSI code page.
+    [[nodiscard]] static bool IsAscii(std::string_view text);
     /// nullopt when the text is not UTF-8. allowSurrogates takes back the three-byte form of
     /// a lone surrogate that FromUtf16 keeps, so a name Windows gave goes back unchanged.
     [[nodiscard]] static std::optional<std::u16string> ToUtf16(std::string_view text, bool allowSurrogates = false);

@@ -1,5 +1,6 @@
 #include "platform/clsWindowsPath.h"
 
+#include <algorithm>
 #include <cstdint>
 
 #include "platform/clsUtf8.h"
@@ -149,6 +150,11 @@ std::string clsWindowsPath::FoldCase(std::string_view text) {
 }
 
 bool clsWindowsPath::EqualNoCase(std::string_view a, std::string_view b) {
+    // ASCII folds letter by letter; only other text needs its folded copies.
+    if (clsUtf8::IsAscii(a) && clsUtf8::IsAscii(b)) {
+        const auto upper = [](char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; };
+        return a.size() == b.size() && std::equal(a.begin(), a.end(), b.begin(), [&upper](char x, char y) { return upper(x) == upper(y); });
+    }
     return FoldCase(a) == FoldCase(b);
 }
 

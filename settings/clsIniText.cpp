@@ -31,13 +31,6 @@ uint64_t Word(const char* bytes, size_t count) {
 
 constexpr uint64_t kHighBits = 0x8080808080808080ull;
 
-bool IsAscii(std::string_view text) {
-    for (size_t i = 0; i < text.size(); i += 8) {
-        if ((Word(text.data() + i, text.size() - i) & kHighBits) != 0) return false;
-    }
-    return true;
-}
-
 // The double-byte ANSI code pages and UTF-8. A file in one of them converts whole, since each
 // call of their converter costs; in any other page only the lines that are not ASCII convert,
 // each alone, which reads the same, as no character spans a line end.
@@ -204,7 +197,7 @@ std::string_view clsIniText::Trim(std::string_view text) {
 
 std::string clsIniText::FoldName(std::string_view name) {
     name = Trim(name);
-    if (!IsAscii(name)) return clsWindowsPath::FoldCase(name);
+    if (!clsUtf8::IsAscii(name)) return clsWindowsPath::FoldCase(name);
     std::string out(name);
     for (char& c : out) {
         if (c >= 'a' && c <= 'z') c = static_cast<char>(c - 'a' + 'A');
@@ -356,7 +349,7 @@ std::vector<size_t> clsIniText::DecodeUtf16(std::string_view body) {
 
 std::vector<size_t> clsIniText::DecodeUtf8(std::string_view body) {
     std::vector<size_t> bad;
-    if (IsAscii(body) || clsCodePage::IsUtf8(body)) return bad;
+    if (clsUtf8::IsAscii(body) || clsCodePage::IsUtf8(body)) return bad;
     for (size_t i = 0; i < lines_.size(); ++i) {
         Line& line = lines_[i];
         const std::string_view bytes = body.substr(line.raw, line.rawLength);
@@ -371,11 +364,11 @@ std::vector<size_t> clsIniText::DecodeAnsi(std::string_view body) {
     std::vector<size_t> bad;
     // Most files are ASCII. A double-byte file converts whole where it can; otherwise each
     // line that is not ASCII converts alone.
-    if (IsAscii(body) || (ConvertsWhole(ansiCodePage_) && DecodeWhole(body))) return bad;
+    if (clsUtf8::IsAscii(body) || (ConvertsWhole(ansiCodePage_) && DecodeWhole(body))) return bad;
     for (size_t i = 0; i < lines_.size(); ++i) {
         Line& line = lines_[i];
         const std::string_view bytes = body.substr(line.raw, line.rawLength);
-        if (IsAscii(bytes)) continue;
+        if (clsUtf8::IsAscii(bytes)) continue;
         auto converted = clsCodePage::ToUtf8(bytes, ansiCodePage_);
         if (!converted) bad.push_back(i + 1);
         PutText(line, converted ? *converted : LenientAnsi(bytes, ansiCodePage_));
@@ -466,7 +459,7 @@ clsIniText::NameIndex::const_iterator clsIniText::Find(const NameIndex& index, s
     name = Trim(name);
     if (name.empty()) return index.end();
     // Folding beyond ASCII needs the folded text; ASCII names fold in the hash and comparison.
-    if (!IsAscii(name)) return index.find(FoldName(name));
+    if (!clsUtf8::IsAscii(name)) return index.find(FoldName(name));
     return index.find(name);
 }
 
@@ -481,9 +474,11 @@ size_t clsIniText::TrimmedNameHash(std::string_view name) {
 bool clsIniText::SameName(std::string_view a, std::string_view b) { return SameTrimmedName(Trim(a), Trim(b)); }
 
 bool clsIniText::SameTrimmedName(std::string_view a, std::string_view b) {
+    // Readers mostly ask in the file's own spelling.
+    if (a == b) return true;
     // Names alike but for the case of ASCII letters fold alike in every script.
     if (FoldedEqual{}(a, b)) return true;
-    return !(IsAscii(a) && IsAscii(b)) && FoldName(a) == FoldName(b);
+    return !(clsUtf8::IsAscii(a) && clsUtf8::IsAscii(b)) && FoldName(a) == FoldName(b);
 }
 
 std::optional<size_t> clsIniText::FindKey(const Section& section, std::string_view key) const {
@@ -593,7 +588,7 @@ std::string clsIniText::EncodeText(std::string_view text) const {
 }
 
 std::string clsIniText::AnsiBytes(std::string_view text, uint32_t codePage) {
-    if (IsAscii(text)) return std::string(text);
+    if (clsUtf8::IsAscii(text)) return std::string(text);
     if (auto bytes = clsCodePage::FromUtf8(text, codePage)) return std::move(*bytes);
     // A code page the machine cannot convert: what is not ASCII becomes "?", as a character
     // the code page lacks does.
@@ -606,7 +601,7 @@ std::string clsIniText::AnsiBytes(std::string_view text, uint32_t codePage) {
 }
 
 std::string clsIniText::AnsiText(std::string_view bytes, uint32_t codePage) {
-    if (IsAscii(bytes)) return std::string(bytes);
+    if (clsUtf8::IsAscii(bytes)) return std::string(bytes);
     if (auto back = clsCodePage::ToUtf8(bytes, codePage)) return std::move(*back);
     return LenientAnsi(bytes, codePage);
 }
@@ -678,7 +673,7 @@ std::string clsIniText::WriteRefusal(std::string_view section, std::string_view 
         return "a line break or NUL in the section, key or value";
     if (keyName.find('=') != std::string_view::npos || keyName.front() == ';' || keyName.front() == '[')
         return "the key name \"" + std::string(keyName) + "\" would not read back as a key";
-    auto utf8 = [](std::string_view text) { return IsAscii(text) || clsCodePage::IsUtf8(text); };
+    auto utf8 = [](std::string_view text) { return clsUtf8::IsAscii(text) || clsCodePage::IsUtf8(text); };
     if (!utf8(section) || !utf8(key) || !utf8(value)) return "text that is not UTF-8";
     return {};
 }

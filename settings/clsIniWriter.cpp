@@ -1,19 +1,9 @@
 #include "settings/clsIniWriter.h"
 
+#include "platform/clsUtf8.h"
 #include "settings/clsIniText.h"
 
 namespace tovel {
-namespace {
-
-// Most of a state file is ASCII, which every ANSI code page holds as it is.
-bool IsAscii(std::string_view text) {
-    for (const char c : text) {
-        if (static_cast<unsigned char>(c) >= 0x80) return false;
-    }
-    return true;
-}
-
-} // namespace
 
 bool clsIniWriter::Put(std::string_view section, std::string_view key, std::string_view value, std::string& error) {
     error = clsIniText::WriteRefusal(section, key, value);
@@ -33,12 +23,13 @@ bool clsIniWriter::Put(std::string_view section, std::string_view key, std::stri
 }
 
 void clsIniWriter::Append(std::string_view text) {
-    if (IsAscii(text)) bytes_ += text;
+    // Most of a state file is ASCII, which every ANSI code page holds as it is.
+    if (clsUtf8::IsAscii(text)) bytes_ += text;
     else bytes_ += clsIniText::AnsiBytes(text, codePage_);
 }
 
 bool clsIniWriter::Writable(std::string_view name) const {
-    if (IsAscii(name)) return true;
+    if (clsUtf8::IsAscii(name)) return true;
     return clsIniText::AnsiText(clsIniText::AnsiBytes(name, codePage_), codePage_) == name;
 }
 

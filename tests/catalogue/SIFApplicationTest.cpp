@@ -10,6 +10,7 @@
 
 #include "catalogue/CatalogueGlobals.h"
 #include "catalogue/clsSIFApplication.h"
+#include "catalogue/clsSIFCommonSection.h"
 #include "catalogue/clsSIFDetection.h"
 #include "common/clsFileDisk.h"
 #include "settings/clsIniFile.h"
@@ -170,7 +171,7 @@ TEST_F(SIFApplication, ATextSectionReadAgainGivesWhatAWholeReadInThatLanguageGiv
     const auto whole = ReadProduct("p.ssf", file);
     clsIniFile ini;
     ini.SetFullPath(bed_->folder + "p.ssf");
-    again.ReadTextSection(ini, bed_->folder);
+    again.ReadTextSection(ini, bed_->folder, clsSIFCommonSection::ProdInfoSections(ini));
     EXPECT_EQ(again.ProdInfoSection, "English");
     EXPECT_EQ(again.Description, whole.Description);
     EXPECT_EQ(again.SetupFile, whole.SetupFile);
