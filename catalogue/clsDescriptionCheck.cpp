@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "catalogue/clsFolderListing.h"
 #include "catalogue/clsIniKeyCheck.h"
 #include "catalogue/clsPlaceholderScan.h"
 #include "catalogue/clsSIFCommonSection.h"
@@ -66,12 +67,14 @@ private:
 
 bool clsDescriptionCheck::SetupPresence::Exists(const std::string& path) {
     const auto [at, fresh] = known_.try_emplace(path, false);
-    if (fresh) at->second = Platform().Files().FileExists(path);
+    if (!fresh) return at->second;
+    const auto seen = listing_ != nullptr ? listing_->FileExists(path) : std::nullopt;
+    at->second = seen ? *seen : Platform().Files().FileExists(path);
     return at->second;
 }
 
-clsDescriptionCheck::clsDescriptionCheck(std::vector<int> languages, std::string productFolder)
-    : languages_(std::move(languages)), productFolder_(std::move(productFolder)) {}
+clsDescriptionCheck::clsDescriptionCheck(std::vector<int> languages, std::string productFolder, const clsFolderListing* listing)
+    : languages_(std::move(languages)), productFolder_(std::move(productFolder)), listing_(listing) {}
 
 std::vector<clsDescriptionCheck::TextSection> clsDescriptionCheck::TextSections(const LanguageSections& named) const {
     std::vector<TextSection> sections;
@@ -156,7 +159,7 @@ void clsDescriptionCheck::ReadProduct(clsIniFile& ini, const LanguageSections& n
     const auto sections = TextSections(named);
     // The sections other than the text section read the same in every language: the record
     // is read whole once, then only the text section of each further language.
-    SetupPresence present;
+    SetupPresence present(listing_);
     for (const auto& section : sections) {
         DefaultLanguage = static_cast<int16_t>(section.languages.front());
         clsSIFApplicationItem item;

@@ -16,6 +16,7 @@
 
 namespace tovel {
 
+class clsFolderListing;
 class clsIniKeyCheck;
 struct LanguageSections;
 
@@ -31,8 +32,9 @@ struct DescribedFile {
 
 class clsDescriptionCheck {
 public:
-    /// languages: the setup languages the disc offers (0 German .. 5 Japanese).
-    clsDescriptionCheck(std::vector<int> languages, std::string productFolder);
+    /// languages: the setup languages the disc offers (0 German .. 5 Japanese). listing: what
+    /// the search saw of the disc's folders, asked first whether a setup program is there.
+    clsDescriptionCheck(std::vector<int> languages, std::string productFolder, const clsFolderListing* listing = nullptr);
 
     /// Reads and checks one file; its findings are appended.
     [[nodiscard]] DescribedFile Read(const std::string& path, std::vector<DiscFinding>& findings) const;
@@ -46,9 +48,11 @@ private:
     /// file mostly name the same one.
     class SetupPresence {
     public:
+        explicit SetupPresence(const clsFolderListing* listing) : listing_(listing) {}
         [[nodiscard]] bool Exists(const std::string& path);
 
     private:
+        const clsFolderListing* listing_;
         std::unordered_map<std::string, bool> known_;
     };
 
@@ -70,6 +74,7 @@ private:
 
     std::vector<int> languages_;
     std::string productFolder_;
+    const clsFolderListing* listing_;
 };
 
 } // namespace tovel

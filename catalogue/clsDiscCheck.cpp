@@ -5,6 +5,7 @@
 #include <unordered_map>
 
 #include "catalogue/clsDependencyCycles.h"
+#include "catalogue/clsFolderListing.h"
 #include "catalogue/clsLanguageFilesCheck.h"
 #include "catalogue/clsSSFSearch.h"
 #include "catalogue/clsSetupsIniCheck.h"
@@ -186,9 +187,11 @@ std::vector<DiscFinding> clsDiscCheck::Run(const std::string& root) {
     const auto languages = clsLanguageFilesCheck::Run(folder, setups.Languages());
     findings.insert(findings.end(), languages.begin(), languages.end());
     bool stopped = false;
-    const clsDescriptionCheck check(setups.Languages(), setups.ProductFolder());
+    clsFolderListing listing;
+    const auto paths = clsSSFSearch::FindSSFFiles(setups.ProductFolder(), {}, stopped, &listing);
+    const clsDescriptionCheck check(setups.Languages(), setups.ProductFolder(), &listing);
     std::vector<DescribedFile> files;
-    for (const auto& path : clsSSFSearch::FindSSFFiles(setups.ProductFolder(), {}, stopped)) files.push_back(check.Read(path, findings));
+    for (const auto& path : paths) files.push_back(check.Read(path, findings));
     const auto across = CheckAcross(files);
     findings.insert(findings.end(), across.begin(), across.end());
     return findings;

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "catalogue/CatalogueGlobals.h"
+#include "catalogue/clsFolderListing.h"
 #include "catalogue/clsSIFDetection.h"
 #include "common/clsFileDisk.h"
 #include "common/clsString.h"
@@ -25,7 +26,7 @@ bool IsSSF(const std::string& name) {
 }
 
 void Collect(const std::string& folder, int depth, const clsSSFSearch::Progress& progress, bool& stopped,
-             std::vector<std::string>& found) {
+             std::vector<std::string>& found, clsFolderListing* listing) {
     if (stopped) return;
     if (progress && !progress(folder)) {
         stopped = true;
@@ -38,12 +39,13 @@ void Collect(const std::string& folder, int depth, const clsSSFSearch::Progress&
     std::vector<FileEntry> entries;
     entries.reserve(sorted.size());
     for (auto& [folded, entry] : sorted) entries.push_back(std::move(entry));
+    if (listing != nullptr) listing->Add(folder, entries);
     for (const auto& entry : entries) {
         if (!entry.isFolder && IsSSF(entry.name)) found.push_back(folder + entry.name);
     }
     if (depth >= kMaxDepth) return;
     for (const auto& entry : entries) {
-        if (entry.isFolder) Collect(folder + entry.name + "\\", depth + 1, progress, stopped, found);
+        if (entry.isFolder) Collect(folder + entry.name + "\\", depth + 1, progress, stopped, found, listing);
     }
 }
 
@@ -54,10 +56,11 @@ std::string clsSSFSearch::ProductFolder() {
     return clsFileDisk::AddBackslash(path.empty() ? HomePath : path);
 }
 
-std::vector<std::string> clsSSFSearch::FindSSFFiles(const std::string& folder, const Progress& progress, bool& stopped) {
+std::vector<std::string> clsSSFSearch::FindSSFFiles(const std::string& folder, const Progress& progress, bool& stopped,
+                                                   clsFolderListing* listing) {
     std::vector<std::string> found;
     stopped = false;
-    Collect(clsFileDisk::AddBackslash(folder), 0, progress, stopped, found);
+    Collect(clsFileDisk::AddBackslash(folder), 0, progress, stopped, found, listing);
     return found;
 }
 

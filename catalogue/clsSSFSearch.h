@@ -13,6 +13,8 @@
 
 namespace tovel {
 
+class clsFolderListing;
+
 class clsSSFSearch {
 public:
     /// Told each folder as it is searched (for the status label); false stops the search.
@@ -23,8 +25,10 @@ public:
     /// Empties gApplications and gPackets, searches, reads and orders; logs the section
     /// "SSFFiles Infos". False when the progress stopped it.
     bool Run(const Progress& progress = {});
-    /// The description files below a folder in search order.
-    [[nodiscard]] static std::vector<std::string> FindSSFFiles(const std::string& folder, const Progress& progress, bool& stopped);
+    /// The description files below a folder in search order; listing, when given, gets every
+    /// folder searched.
+    [[nodiscard]] static std::vector<std::string> FindSSFFiles(const std::string& folder, const Progress& progress, bool& stopped,
+                                                               clsFolderListing* listing = nullptr);
     /// What the status label shows while a folder is searched: a network path as its server
     /// part ("\\server"), cut to 10 characters and " ..." from 15 characters on; any other
     /// path as its first two characters (its drive).

@@ -1,11 +1,14 @@
 // The search for description files: which files it finds and in which order, how it tells
-// products from packets, its log section, stopping midway, and the status label's text.
+// products from packets, its log section, stopping midway, the status label's text, and what
+// its listing of the folders tells about files in them.
 #include <gtest/gtest.h>
 
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "catalogue/CatalogueGlobals.h"
+#include "catalogue/clsFolderListing.h"
 #include "catalogue/clsSSFSearch.h"
 #include "tests/catalogue/CatalogueFixture.h"
 
@@ -73,6 +76,39 @@ TEST_F(Search, FindsEveryDescriptionFileAndReadsItByItsKind) {
                                            disc + "A\\deep\\x.ssf ", disc + "b\\y.ssf "};
     ASSERT_GE(lines.size(), head.size());
     EXPECT_EQ(std::vector<std::string>(lines.begin(), lines.begin() + static_cast<long>(head.size())), head);
+}
+
+TEST_F(Search, ItsListingAnswersAsTheDiscDoesWhereverItCanTell) {
+    WriteFile("Disc\\P1\\p1.ssf", "[GENERAL]\r\nFileType=ssf\r\nProductCode=P1\r\n");
+    WriteFile("Disc\\P1\\Setup\\Setup.exe", "MZ");
+    WriteFile("Disc\\P2\\p2.ssf", "[GENERAL]\r\nFileType=ssf\r\nProductCode=P2\r\n");
+    WriteFile("Other\\x.exe", "MZ");
+    clsFolderListing listing;
+    bool stopped = false;
+    ASSERT_EQ(clsSSFSearch::FindSSFFiles(bed_->folder + "Disc", {}, stopped, &listing).size(), 2u);
+    const std::string disc = bed_->folder + "Disc\\";
+    const struct {
+        std::string path;
+        std::optional<bool> listed;
+    } cases[] = {
+        {disc + "P1\\Setup\\Setup.exe", true},
+        {disc + "p1\\SETUP\\setup.EXE", true},     // names compare without case
+        {disc + "P2\\Setup\\Setup.exe", false},    // its folder is not there
+        {disc + "P1\\p1.ssf\\Setup.exe", false},   // nothing lies below a file
+        {disc + "P1\\Setup", false},               // a folder is no file
+        {disc + "P1\\Setup\\..\\p1.ssf", std::nullopt},
+        {disc + "P1/Setup/Setup.exe", std::nullopt},
+        {disc + "P1\\Setup\\Setup.exe.", std::nullopt},
+        {disc + "P1\\Setup\\*.exe", std::nullopt},
+        {bed_->folder + "Other\\x.exe", std::nullopt},   // never listed
+    };
+    for (const auto& c : cases) {
+        const auto answer = listing.FileExists(c.path);
+        EXPECT_EQ(answer, c.listed) << c.path;
+        if (answer) {
+            EXPECT_EQ(*answer, Platform().Files().FileExists(c.path)) << c.path;
+        }
+    }
 }
 
 TEST_F(Search, StoppedMidwayKeepsWhatItReadInOrder) {
