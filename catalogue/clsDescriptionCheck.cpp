@@ -131,8 +131,7 @@ DescribedFile clsDescriptionCheck::Read(const std::string& path, std::vector<Dis
         const LanguageGuard guard;
         const LanguageSections named = clsSIFCommonSection::ProdInfoSections(ini);
         if (type == "ssf") {
-            ReadProduct(ini, named, outline, file, findings);
-            MessageTexts(file, ini, known, findings);
+            ReadProduct(ini, named, outline, known, file, findings);
         } else {
             ReadPacket(ini, named, file, findings);
         }
@@ -151,31 +150,6 @@ void clsDescriptionCheck::AllowUnofferedSections(const LanguageSections& named, 
         const std::string& name = named.names[static_cast<size_t>(language)];
         if (!name.empty()) known.AllowAnyKey(name);
     }
-}
-
-void clsDescriptionCheck::ReadProduct(clsIniFile& ini, const LanguageSections& named, const std::vector<IniLine>& outline,
-                                      DescribedFile& file, std::vector<DiscFinding>& findings) const {
-    file.kind = DescribedFile::Kind::Product;
-    const auto sections = TextSections(named);
-    // The sections other than the text section read the same in every language: the record
-    // is read whole once, then only the text section of each further language.
-    SetupPresence present(listing_);
-    for (const auto& section : sections) {
-        DefaultLanguage = static_cast<int16_t>(section.languages.front());
-        clsSIFApplicationItem item;
-        const bool first = file.product.SIFFileName.empty();
-        if (first) {
-            item.Read(ini, productFolder_);
-        } else {
-            item.ReadTextSection(ini, productFolder_, named);
-        }
-        CheckTextSection(item, section, {ini, outline}, file, present, findings);
-        if (!section.name.empty()) file.textSections.push_back(section.name);
-        if (first) file.product = std::move(item);
-    }
-    if (sections.empty()) file.product.Read(ini, productFolder_);
-    CheckTerm(file, ini, "GENERAL", "TermToInstall", file.product.TermToInstall, findings);
-    CheckTerm(file, ini, "SETUP_DEPENDENCIES", "DependenceTerm", file.product.DependenceTerm, findings);
 }
 
 namespace {
@@ -202,13 +176,45 @@ std::vector<int> MessageNumbers(const clsSIFApplicationItem& item) {
 
 } // namespace
 
-void clsDescriptionCheck::MessageTexts(const DescribedFile& file, clsIniFile& ini, clsIniKeyCheck& known, std::vector<DiscFinding>& findings) {
-    for (const int number : MessageNumbers(file.product)) {
+void clsDescriptionCheck::ReadProduct(clsIniFile& ini, const LanguageSections& named, const std::vector<IniLine>& outline,
+                                      clsIniKeyCheck& known, DescribedFile& file, std::vector<DiscFinding>& findings) const {
+    file.kind = DescribedFile::Kind::Product;
+    const auto sections = TextSections(named);
+    // The sections other than the text section read the same in every language: the record
+    // is read whole once, then only the text section of each further language.
+    clsSIFApplicationItem product;
+    clsSIFApplicationItem further;
+    std::vector<std::string> textSections;
+    SetupPresence present(listing_);
+    for (const auto& section : sections) {
+        DefaultLanguage = static_cast<int16_t>(section.languages.front());
+        const bool first = product.SIFFileName.empty();
+        clsSIFApplicationItem& item = first ? product : further;
+        if (first) {
+            item.Read(ini, productFolder_);
+        } else {
+            item.ReadTextSection(ini, productFolder_, named);
+        }
+        CheckTextSection(item, section, {ini, outline}, file, present, findings);
+        if (!section.name.empty()) textSections.push_back(section.name);
+    }
+    if (sections.empty()) product.Read(ini, productFolder_);
+    CheckTerm(file, ini, "GENERAL", "TermToInstall", product.TermToInstall, findings);
+    CheckTerm(file, ini, "SETUP_DEPENDENCIES", "DependenceTerm", product.DependenceTerm, findings);
+    MessageTexts(file.path, product, textSections, ini, known, findings);
+    file.code = product.ProductCode;
+    file.dependencies = product.Dependencies();
+    file.setupDependencies = product.SetupDependencies();
+}
+
+void clsDescriptionCheck::MessageTexts(const std::string& path, const clsSIFApplicationItem& product, const std::vector<std::string>& textSections,
+                                       clsIniFile& ini, clsIniKeyCheck& known, std::vector<DiscFinding>& findings) {
+    for (const int number : MessageNumbers(product)) {
         const std::string key = "SSFMessageBox" + std::to_string(number);
-        for (const auto& section : file.textSections) {
+        for (const auto& section : textSections) {
             known.AddKnown(section, key);
             if (ini.KeyLine(section, key) != 0 || clsString::EqualNoCaseAscii(section, "Japanese")) continue;
-            findings.push_back({file.path, ini.KeyLine(section, "Description"), FindingSeverity::Warning,
+            findings.push_back({path, ini.KeyLine(section, "Description"), FindingSeverity::Warning,
                                 "an action $SSFMessageBox shows " + key + ", which [" + section + "] lacks; the message reads \"Error\""});
         }
     }
@@ -218,22 +224,27 @@ void clsDescriptionCheck::ReadPacket(clsIniFile& ini, const LanguageSections& na
                                      std::vector<DiscFinding>& findings) const {
     file.kind = DescribedFile::Kind::Packet;
     const auto sections = TextSections(named);
-    if (sections.empty()) file.packet.Read(ini);
+    clsSIFPacketItem packet;
+    if (sections.empty()) packet.Read(ini);
     for (const auto& section : sections) {
         DefaultLanguage = static_cast<int16_t>(section.languages.front());
-        file.packet.Read(ini);
-        if (file.packet.Description.empty() && !clsString::EqualNoCaseAscii(section.name, "Japanese")) {
+        packet.Read(ini);
+        if (packet.Description.empty() && !clsString::EqualNoCaseAscii(section.name, "Japanese")) {
             findings.push_back({file.path, ini.KeyLine("LANGUAGES", "LanguageX"), FindingSeverity::Warning,
                                 "no Description for " + LanguageList(section.languages) +
                                     (section.name.empty() ? "" : " in [" + section.name + "]") + "; the setup-type page shows an empty name"});
         }
     }
-    const std::string& preselect = file.packet.PreSelectText;
+    const std::string& preselect = packet.PreSelectText;
     if (!preselect.empty() && !clsIniFile::ParseBoolean(preselect) && !clsString::EqualNoCaseAscii(preselect, "uncheckbox") &&
-        file.packet.PreSelect == CheckBoxState::kUnchecked) {
+        packet.PreSelect == CheckBoxState::kUnchecked) {
         findings.push_back({file.path, ini.KeyLine("GENERAL", "PreSelect"), FindingSeverity::Warning,
                             "PreSelect=" + preselect + " is neither a check-box state nor a yes/no word; the packet is not preselected"});
     }
+    file.code = packet.ProductCode;
+    file.dependencies = packet.Dependencies();
+    file.members = packet.ProductCodes();
+    for (int bus = 0; bus < kBusSystemCount; ++bus) file.busActions[static_cast<size_t>(bus)] = packet.BusActions(static_cast<BusSystem>(bus));
 }
 
 namespace {

@@ -4,6 +4,7 @@
 // offers, a text section with a setup program that is there. The file is read by the
 // setup's own readers, once per text section it names, and what they asked for is what
 // counts as known.
+#include <array>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -20,14 +21,17 @@ class clsFolderListing;
 class clsIniKeyCheck;
 struct LanguageSections;
 
-/// A description file as the checks across files need it.
+/// A description file as the checks across files need it: its code and links as its record
+/// reads them, nothing else, so that a disc of a thousand files is held lightly.
 struct DescribedFile {
     enum class Kind { Skipped, Product, Packet };
     std::string path;
     Kind kind = Kind::Skipped;
-    clsSIFApplicationItem product;   ///< when a product
-    clsSIFPacketItem packet;         ///< when a packet
-    std::vector<std::string> textSections;   ///< of a product, one per distinct section the offered languages name
+    std::string code;                                   ///< ProductCode
+    std::vector<std::string> dependencies;              ///< Dependence1, 2, ...
+    std::vector<SetupDependence> setupDependencies;     ///< of a product
+    std::vector<std::string> members;                   ///< of a packet: its ProductCode1, 2, ...
+    std::array<std::vector<BusAction>, kBusSystemCount> busActions;   ///< of a packet
 };
 
 class clsDescriptionCheck {
@@ -57,8 +61,8 @@ private:
     };
 
     [[nodiscard]] std::vector<TextSection> TextSections(const LanguageSections& named) const;
-    void ReadProduct(clsIniFile& ini, const LanguageSections& named, const std::vector<IniLine>& outline, DescribedFile& file,
-                     std::vector<DiscFinding>& findings) const;
+    void ReadProduct(clsIniFile& ini, const LanguageSections& named, const std::vector<IniLine>& outline, clsIniKeyCheck& known,
+                     DescribedFile& file, std::vector<DiscFinding>& findings) const;
     void ReadPacket(clsIniFile& ini, const LanguageSections& named, DescribedFile& file, std::vector<DiscFinding>& findings) const;
     /// Where the lines of the file being read are told: its reader, and its outline.
     struct FileLines {
@@ -68,7 +72,8 @@ private:
     void CheckTextSection(const clsSIFApplicationItem& item, const TextSection& section, FileLines lines,
                           const DescribedFile& file, SetupPresence& present, std::vector<DiscFinding>& findings) const;
     void AllowUnofferedSections(const LanguageSections& named, clsIniKeyCheck& known) const;
-    static void MessageTexts(const DescribedFile& file, clsIniFile& ini, clsIniKeyCheck& known, std::vector<DiscFinding>& findings);
+    static void MessageTexts(const std::string& path, const clsSIFApplicationItem& product, const std::vector<std::string>& textSections,
+                             clsIniFile& ini, clsIniKeyCheck& known, std::vector<DiscFinding>& findings);
     static void CheckTerm(const DescribedFile& file, clsIniFile& ini, const char* section, const char* key, const std::string& term,
                           std::vector<DiscFinding>& findings);
 

@@ -72,7 +72,7 @@ private:
     void Codes() {
         std::unordered_map<std::string, const DescribedFile*> first;
         for (const DescribedFile* file : products_) {
-            const std::string& code = file->product.ProductCode;
+            const std::string& code = file->code;
             if (code.empty()) {
                 Add(*file, LineOf(*file, "GENERAL", "ProductCode"), FindingSeverity::Error, "no ProductCode in [GENERAL]: nothing can name this product");
                 continue;
@@ -85,7 +85,7 @@ private:
             productCodes_.Add(code, file);
         }
         for (const DescribedFile* file : packets_) {
-            const std::string& code = file->packet.ProductCode;
+            const std::string& code = file->code;
             if (const DescribedFile* owner = packetCodes_.Find(code); owner != nullptr) {
                 Add(*file, LineOf(*file, "GENERAL", "ProductCode"), FindingSeverity::Error,
                     "packet code " + code + " is also the code of " + owner->path + " (letters compared without case); this packet is ignored");
@@ -101,16 +101,15 @@ private:
     }
 
     void ProductLinks(const DescribedFile& file) {
-        const auto& item = file.product;
-        for (size_t i = 0; i < item.Dependencies().size(); ++i) {
-            const std::string& code = item.Dependencies()[i];
+        for (size_t i = 0; i < file.dependencies.size(); ++i) {
+            const std::string& code = file.dependencies[i];
             if (productCodes_.Find(code) == nullptr) {
                 Missing(file, "DEPENDENCIES", "Dependence" + std::to_string(i + 1), code, FindingSeverity::Warning,
                         "; the order ignores it (fine if it comes from another disc or is installed already)");
             }
         }
-        for (size_t n = 0; n < item.SetupDependencies().size(); ++n) {
-            const auto& link = item.SetupDependencies()[n];
+        for (size_t n = 0; n < file.setupDependencies.size(); ++n) {
+            const auto& link = file.setupDependencies[n];
             const std::string key = "ProductCode" + std::to_string(n + 1);
             if (productCodes_.Find(link.productCode) == nullptr) {
                 Missing(file, "SETUP_DEPENDENCIES", key, link.productCode, FindingSeverity::Warning, "; the link does nothing");
@@ -125,23 +124,22 @@ private:
     }
 
     void PacketLinks(const DescribedFile& file) {
-        const auto& packet = file.packet;
-        for (size_t i = 0; i < packet.ProductCodes().size(); ++i) {
-            const std::string& code = packet.ProductCodes()[i];
+        for (size_t i = 0; i < file.members.size(); ++i) {
+            const std::string& code = file.members[i];
             if (productCodes_.Find(code) == nullptr) {
                 Missing(file, "GENERAL", "ProductCode" + std::to_string(i + 1), code, FindingSeverity::Error,
                         "; the setup type cannot install it");
             }
         }
         for (int bus = 0; bus < kBusSystemCount; ++bus) {
-            for (const auto& action : packet.BusActions(static_cast<BusSystem>(bus))) {
+            for (const auto& action : file.busActions[static_cast<size_t>(bus)]) {
                 if (productCodes_.Find(action.productCode) != nullptr) continue;
                 Add(file, LineOf(file, "GENERAL", kBusKeys[bus]), FindingSeverity::Error,
                     std::string(kBusKeys[bus]) + " names " + action.productCode + ", which is no product on this disc");
             }
         }
-        for (size_t i = 0; i < packet.Dependencies().size(); ++i) {
-            const std::string& code = packet.Dependencies()[i];
+        for (size_t i = 0; i < file.dependencies.size(); ++i) {
+            const std::string& code = file.dependencies[i];
             if (packetCodes_.Find(code) == nullptr && productCodes_.Find(code) == nullptr) {
                 Add(file, LineOf(file, "DEPENDENCIES", "Dependence" + std::to_string(i + 1)), FindingSeverity::Warning,
                     "Dependence" + std::to_string(i + 1) + "=" + code + " names no packet or product on this disc; the order ignores it");
@@ -149,10 +147,9 @@ private:
         }
     }
 
-    template <typename Record>
-    void CirclesOf(const std::vector<const DescribedFile*>& list, Record record, const char* what) {
+    void CirclesOf(const std::vector<const DescribedFile*>& list, const char* what) {
         std::vector<OrderEntry> entries;
-        for (const DescribedFile* file : list) entries.push_back({record(*file).ProductCode, record(*file).Dependencies()});
+        for (const DescribedFile* file : list) entries.push_back({file->code, file->dependencies});
         for (const auto& circle : clsDependencyCycles::Find(entries)) {
             std::string codes;
             for (const size_t index : circle) codes += (codes.empty() ? "" : ", ") + entries[index].code;
@@ -164,8 +161,8 @@ private:
     }
 
     void Circles() {
-        CirclesOf(products_, [](const DescribedFile& f) -> const clsSIFApplicationItem& { return f.product; }, "products");
-        CirclesOf(packets_, [](const DescribedFile& f) -> const clsSIFPacketItem& { return f.packet; }, "packets");
+        CirclesOf(products_, "products");
+        CirclesOf(packets_, "packets");
     }
 
     std::vector<const DescribedFile*> products_;
@@ -191,6 +188,7 @@ std::vector<DiscFinding> clsDiscCheck::Run(const std::string& root) {
     const auto paths = clsSSFSearch::FindSSFFiles(setups.ProductFolder(), {}, stopped, &listing);
     const clsDescriptionCheck check(setups.Languages(), setups.ProductFolder(), &listing);
     std::vector<DescribedFile> files;
+    files.reserve(paths.size());
     for (const auto& path : paths) files.push_back(check.Read(path, findings));
     const auto across = CheckAcross(files);
     findings.insert(findings.end(), across.begin(), across.end());
