@@ -250,9 +250,8 @@ void clsDescriptionCheck::ReadPacket(clsIniFile& ini, const LanguageSections& na
 namespace {
 
 size_t HeaderLine(const std::vector<IniLine>& outline, const std::string& section) {
-    const std::string folded = clsIniText::FoldName(section);
     for (const IniLine& line : outline) {
-        if (line.header && line.firstBlock && clsIniText::FoldName(line.section) == folded) return line.number;
+        if (line.header && line.firstBlock && clsIniText::SameName(line.section, section)) return line.number;
     }
     return 0;
 }

@@ -34,13 +34,14 @@ void clsIniKeyCheck::AddKnown(const std::string& section, const std::string& key
     Known& known = *last_;
     if (known.name.empty()) known.name = section;
     // Most keys are asked for again and again: a known one costs a look-up and no copy.
-    if (key.empty() || known.Has(key)) return;
+    if (key.empty()) return;
+    const size_t hash = clsIniText::NameHash(key);
+    if (known.Has(key, hash)) return;
     known.names.push_back(key);
-    known.hashes.push_back(clsIniText::NameHash(key));
+    known.hashes.push_back(hash);
 }
 
-bool clsIniKeyCheck::Known::Has(std::string_view key) const {
-    const size_t hash = clsIniText::NameHash(key);
+bool clsIniKeyCheck::Known::Has(std::string_view key, size_t hash) const {
     for (size_t i = 0; i < hashes.size(); ++i) {
         if (hashes[i] == hash && clsIniText::SameName(names[i], key)) return true;
     }
@@ -129,7 +130,7 @@ std::vector<DiscFinding> clsIniKeyCheck::Check(const std::string& file, const st
             continue;
         }
         seen.emplace_back(hash, &line);
-        if (!section->anyKey && !Read(line.number) && !section->Has(line.key)) findings.push_back(Warning(file, line.number, UnknownKeyText(*section, line)));
+        if (!section->anyKey && !Read(line.number) && !section->Has(line.key, hash)) findings.push_back(Warning(file, line.number, UnknownKeyText(*section, line)));
     }
     return findings;
 }

@@ -38,7 +38,8 @@ private:
         bool anyKey = false;
         std::vector<std::string> names;   ///< as the reader asked for them, in that order
         std::vector<size_t> hashes;       ///< clsIniText::NameHash of each name: a section has a few dozen
-        [[nodiscard]] bool Has(std::string_view key) const;
+        /// hash: clsIniText::NameHash of the key.
+        [[nodiscard]] bool Has(std::string_view key, size_t hash) const;
     };
     [[nodiscard]] std::string UnknownKeyText(const Known& section, const IniLine& line) const;
     [[nodiscard]] std::string UnknownSectionText(const IniLine& line) const;

@@ -487,6 +487,7 @@ std::optional<size_t> clsIniText::FindKey(const Section& section, std::string_vi
     auto& cached = keys_[static_cast<size_t>(&section - sections_.data())];
     if (!cached) {
         cached.emplace();
+        cached->reserve(section.end - section.header - 1);
         for (size_t i = section.header + 1; i < section.end; ++i) {
             if (lines_[i].kind == Kind::Entry && lines_[i].nameLength > 0) cached->emplace_back(TrimmedNameHash(Name(lines_[i])), static_cast<uint32_t>(i));
         }
