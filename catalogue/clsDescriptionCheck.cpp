@@ -1,6 +1,7 @@
 #include "catalogue/clsDescriptionCheck.h"
 
 #include <algorithm>
+#include <optional>
 #include <utility>
 
 #include "catalogue/clsFolderListing.h"
@@ -183,7 +184,7 @@ void clsDescriptionCheck::ReadProduct(clsIniFile& ini, const LanguageSections& n
     // The sections other than the text section read the same in every language: the record
     // is read whole once, then only the text section of each further language.
     clsSIFApplicationItem product;
-    clsSIFApplicationItem further;
+    clsSIFApplicationItem further;   // each reading of a text section sets all it reads
     std::vector<std::string> textSections;
     SetupPresence present(listing_);
     for (const auto& section : sections) {

@@ -59,7 +59,8 @@ private:
         const auto [at, fresh] = reread_.try_emplace(file.path);
         if (fresh) {
             std::vector<std::string> warnings;
-            if (const auto bytes = Platform().Files().ReadFile(file.path)) at->second = clsIniText::Parse(*bytes, Platform().System().AnsiCodePage(), warnings);
+            const auto bytes = Platform().Files().ReadFile(file.path);
+            if (bytes) at->second = clsIniText::Parse(*bytes, Platform().System().AnsiCodePage(), warnings);
         }
         const auto found = at->second ? at->second->FindValue(section, key) : std::nullopt;
         return found ? found->line : 0;
