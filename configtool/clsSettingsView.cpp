@@ -119,9 +119,8 @@ void clsSettingsView::ListEntries(const std::vector<DiscFinding>& findings) {
         return notes;
     };
     for (const IniLine& line : text.Outline()) {
-        if (line.header || !line.firstBlock || line.key.empty()) continue;
+        if (line.header || !line.firstBlock || line.key.empty() || Find(line.section, line.key) != nullptr) continue;
         SettingsEntry entry{std::string(line.section), std::string(line.key), line.number, std::string(line.value), {}, {}, SettingsEntry::State::Set, noted(line.number)};
-        if (Find(entry.section, entry.key) != nullptr) continue;
         const auto known = std::find_if(known_.begin(), known_.end(), [&](const Known& k) { return Same(k.section, line.section) && Same(k.key, line.key); });
         if (known != known_.end()) entry.defaultValue = known->defaultValue;
         // The check knows what the readers never ask for (with the name meant, where it can tell).
@@ -155,7 +154,7 @@ void clsSettingsView::ReadValues() {
     }
 }
 
-const SettingsEntry* clsSettingsView::Find(const std::string& section, const std::string& key) const {
+const SettingsEntry* clsSettingsView::Find(std::string_view section, std::string_view key) const {
     const auto found = std::find_if(entries_.begin(), entries_.end(), [&](const SettingsEntry& e) { return Same(e.section, section) && Same(e.key, key); });
     return found == entries_.end() ? nullptr : &*found;
 }

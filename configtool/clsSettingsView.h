@@ -12,6 +12,7 @@
 // it did, so a file nobody changed stays byte for byte.
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "catalogue/DiscFinding.h"
@@ -46,7 +47,7 @@ public:
     [[nodiscard]] const std::string& Path() const { return path_; }
     [[nodiscard]] const std::vector<SettingsEntry>& Entries() const { return entries_; }
     /// The entry of a section and key (without regard to case); nullptr when not listed.
-    [[nodiscard]] const SettingsEntry* Find(const std::string& section, const std::string& key) const;
+    [[nodiscard]] const SettingsEntry* Find(std::string_view section, std::string_view key) const;
 
     /// Writes a value to the entry's key; nothing when it reads as before. False, with the
     /// reason, when the INI layer would refuse it or the file does not read it back.

@@ -152,8 +152,9 @@ std::string clsWindowsPath::FoldCase(std::string_view text) {
 bool clsWindowsPath::EqualNoCase(std::string_view a, std::string_view b) {
     // ASCII folds letter by letter; only other text needs its folded copies.
     if (clsUtf8::IsAscii(a) && clsUtf8::IsAscii(b)) {
-        const auto upper = [](char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; };
-        return a.size() == b.size() && std::equal(a.begin(), a.end(), b.begin(), [&upper](char x, char y) { return upper(x) == upper(y); });
+        return a.size() == b.size() && std::equal(a.begin(), a.end(), b.begin(), [](char x, char y) {
+                   return UpperOne(static_cast<unsigned char>(x)) == UpperOne(static_cast<unsigned char>(y));
+               });
     }
     return FoldCase(a) == FoldCase(b);
 }

@@ -420,10 +420,8 @@ const clsIniText::Section* clsIniText::FirstBlock(std::string_view section) cons
 }
 
 namespace {
-char UpperAscii(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }
-} // namespace
 
-namespace {
+char UpperAscii(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }
 
 // The hash of FoldedHash, and in ascii whether every byte was ASCII. Eight letters at a time
 // with the case bit (0x20) cleared in every byte: a and A hash alike, as do a few signs such
