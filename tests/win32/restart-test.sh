@@ -25,6 +25,9 @@ drive_c=$work/prefix/drive_c
 
 # The windows need no display here: the prefix's null driver makes them, and the walk acts
 # on them through their messages.
+# The prefix is started first: in a copy nothing has run in yet, the setup's first window
+# could be asked for before Wine's desktop is up, and Windows would make none.
+timeout 60 wine cmd /c exit >/dev/null 2>&1 || true
 TOVEL_WALK=$(winpath "$work/walk.txt") timeout 120 wine "$work/disc/TOVELSETUP.EXE" >/dev/null 2>&1 &
 first=$!
 # The resumed run inherits the environment: once the first has read the walk, the file is
